@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The numeric lines of a coordinate table. Used by the sources of this folder only.
+#pragma once
+
+#include <QString>
+
+#include <array>
+#include <functional>
+
+class QFile;
+
+/// The first three fields of a numeric line as numbers, 0 where there is none.
+using NumericRow = std::array<float, 3>;
+
+/// Opens @p file for reading lines of text. Only regular files are opened: a pipe or a
+/// device may never answer.
+bool open_table(QFile& file);
+
+/// Whether a cleaned line holds numbers only; all others are titles.
+bool is_numeric(const QString& cleaned);
+
+/// The number of a field: 0 for none and for one beyond double precision.
+double field_value(const QString& field);
+
+/// The number of a field: 0 for none and for one beyond single precision.
+float field_number(const QString& field);
+
+/// Calls @p row for each numeric line of a file, in order. One pass over the bytes takes
+/// the lines of plain numbers; every other line goes through clean(), isLatString(),
+/// FindNumericSubStrings() and Repair_NumString(), which give the same numbers.
+void for_each_numeric_row(const QString& fileName, const std::function<void(NumericRow)>& row);

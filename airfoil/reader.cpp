@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Reading coordinate tables.
+#include "airfoil/airfoil.h"
+
+#include "airfoil/numericrows.h"
+
+#include <QFile>
+#include <QTextStream>
+
+#include <vector>
+
+namespace {
+
+// The decimal separators of a line; its last character is not looked at.
+int separator_count(const QString& line) {
+    int count = 0;
+    for (qsizetype i = 0; i < line.size() - 1; ++i) {
+        if (line[i] == QLatin1Char('.') || line[i] == QLatin1Char(','))
+            ++count;
+    }
+    return count;
+}
+
+// The layout code of a table: 1 half contour, 2 one outline, 3 three columns; any other
+// number for a layout that is not known.
+int probe_layout(QTextStream& stream) {
+    int colNum = 0;
+    double transX = 0.0;
+    double xx[3] = {};
+    int k = 0;
+    for (int j = 0; k <= 2 && !stream.atEnd(); ++j) {
+        colNum = 0;
+        const QString line = clean(stream.readLine());
+        if (!is_numeric(line))
+            continue;
+        colNum = separator_count(line);
+        QString S[3];
+        FindNumericSubStrings(line, S);
+        const double XXX = field_value(S[0]);
+        // The nose this early in a file is no half contour's: the shift fails its test.
+        if (XXX <= 0.0 && j <= 3)
+            transX = -1.0;
+        xx[k] = double(field_number(Repair_NumString(S[0]))) + transX;
+        ++k;
+    }
+    if (k == 3 && colNum == 2 && xx[0] >= 1.0 && xx[1] <= 0.0 && xx[2] > 0.0)
+        colNum = 1;
+    return colNum;
+}
+
+} // namespace
+
+QPolygonF airfoil_Read(QString fileName) {
+    // One pass scales by the extent of the whole table, the second by what is left of it.
+    return Normalize_airfoil2(Normalize_airfoil2(airfoil_Read_All(fileName), 1), 1);
+}
+
+QPolygonF airfoil_Read_All(QString fileName) {
+    QFile file(fileName);
+    if (!open_table(file))
+        return QPolygonF();
+    QTextStream stream(&file);
+    switch (probe_layout(stream)) {
+    case 1:
+        return Read_Symetric(fileName);
+    case 2:
+        return Read_Normal(fileName);
+    case 3:
+        return Read_Eppler(fileName);
+    default:
+        return QPolygonF();
+    }
+}
+
+QPolygonF Read_Normal(QString fileName) {
+    QPolygonF outline;
+    for_each_numeric_row(fileName, [&](const NumericRow& row) {
+        outline << QPointF(double(row[0]), double(row[1]));
+    });
+    return outline;
+}
+
+QPolygonF Read_Symetric(QString fileName) {
+    std::vector<QPointF> side;
+    for_each_numeric_row(fileName, [&](const NumericRow& row) {
+        side.emplace_back(double(row[0]), double(row[1]));
+    });
+    QPolygonF outline;
+    for (std::size_t i = side.size(); i-- > 1;)
+        outline << side[i];
+    for (std::size_t i = 2; i < side.size(); ++i)
+        outline << QPointF(side[i].x(), -side[i].y());
+    return outline;
+}
+
+QPolygonF Read_Eppler(QString fileName) {
+    std::vector<QPointF> upper;
+    std::vector<QPointF> lower;
+    for_each_numeric_row(fileName, [&](const NumericRow& row) {
+        upper.emplace_back(double(row[0]), double(row[1]));
+        lower.emplace_back(double(row[0]), double(row[2]));
+    });
+    QPolygonF outline;
+    for (std::size_t i = lower.size(); i-- > 0;)
+        outline << lower[i];
+    for (const QPointF& point : upper)
+        outline << point;
+    return outline;
+}
+
+QString FoilText_Read(QString fileName) {
+    QFile file(fileName);
+    if (!open_table(file))
+        return QString();
+    QTextStream stream(&file);
+    QString text;
+    while (!stream.atEnd())
+        text += Repair_NumString(clean(stream.readLine())) + QLatin1Char('\n');
+    return text;
+}
+
+QPolygonF plainTextRead(QString mtext) {
+    constexpr qint64 longest_line = 22;
+    QTextStream stream(&mtext, QIODevice::ReadOnly);
+    QPolygonF outline;
+    for (QString line = stream.readLine(longest_line); !line.isNull();
+         line = stream.readLine(longest_line)) {
+        if (line.isEmpty())
+            continue;
+        QString first;
+        QString second;
+        bool in_first = true;
+        line.replace(QLatin1Char(','), QLatin1Char('.'));
+        for (qsizetype i = line.startsWith(QLatin1Char(' ')) ? 1 : 0; i < line.size() - 1; ++i) {
+            const QChar c = line[i];
+            if (c.isDigit() || c == QLatin1Char('.') || c == QLatin1Char('-'))
+                (in_first ? first : second) += c;
+            else
+                in_first = false;
+        }
+        outline << QPointF(double(field_number(first)), double(field_number(second)));
+    }
+    return Normalize_airfoil2(outline, 1);
+}

@@ -1,0 +1,15 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Starts the editor.
+#include "app/mainwindow.h"
+
+#include <QApplication>
+#include <QScreen>
+
+int main(int argc, char* argv[]) {
+    QApplication application(argc, argv);
+    MainWindow window;
+    // Without a window manager nobody enlarges a maximised window.
+    window.resize(application.primaryScreen()->availableGeometry().size());
+    window.showMaximized();
+    return QApplication::exec();
+}

@@ -1,0 +1,174 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The main window: files, buttons and window events.
+#include "app/mainwindow.h"
+
+#include "airfoil/airfoil.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QColor>
+#include <QKeyEvent>
+#include <QLayout>
+#include <QMessageBox>
+#include <QPalette>
+
+namespace {
+
+// One click of a rotation button: a quarter of a degree, in radians.
+constexpr double rotation_step = 0.5 * Pi / 360.0;
+
+// The drawing has black, dark red and dark blue lines, the fields have dark texts on pink.
+// From this lightness on the ground contrasts with all of them by 4.5 to 1.
+constexpr int least_ground_lightness = 168;
+
+const QColor light_ground(239, 239, 239);
+
+} // namespace
+
+MainWindow::MainWindow(QWidget* parent)
+    : QMainWindow(parent), p(GetDataStruct()), opf(new myOpenFile(this)) {
+    setupUi(this);
+    setWindowFlags(Qt::FramelessWindowHint);
+    keep_ground_light();
+    connect(this, &MainWindow::repaint_all, spline_widget, qOverload<>(&QWidget::repaint));
+    connect(this, &MainWindow::to_repaint_opened_spline, spline_widget,
+            &EditSpline::repaint_opened_spline);
+    for (QWidget* child : spline_widget->findChildren<QWidget*>())
+        child->installEventFilter(this);
+}
+
+bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
+    if (event->type() != QEvent::KeyPress)
+        return QMainWindow::eventFilter(watched, event);
+    // A key that a child leaves would go on to the editor around it, which hides itself on
+    // Escape and changes the spline on the others.
+    const int key = static_cast<QKeyEvent*>(event)->key();
+    const bool in_field = watched == O1Edit || watched == O2Edit;
+    const bool editors_own =
+        in_field && (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Delete);
+    if (key != Qt::Key_Escape && !editors_own)
+        return QMainWindow::eventFilter(watched, event);
+    watched->event(event);
+    event->accept();
+    return true;
+}
+
+void MainWindow::changeEvent(QEvent* event) {
+    QMainWindow::changeEvent(event);
+    if (event->type() == QEvent::ApplicationPaletteChange)
+        keep_ground_light();
+}
+
+void MainWindow::keep_ground_light() {
+    const bool dark =
+        QApplication::palette(this).color(QPalette::Window).lightness() < least_ground_lightness;
+    const QPalette ground = dark ? QPalette(light_ground) : QPalette();
+    setPalette(ground);
+    // Those with a style sheet do not take the palette over from the window.
+    for (QWidget* child : spline_widget->findChildren<QWidget*>())
+        child->setPalette(ground);
+}
+
+void MainWindow::resizeEvent(QResizeEvent*) {
+    // A resize that comes with a show event is told before the layouts have run, and the
+    // editor would take the mapping from a size that it does not keep. Layouts that have
+    // run before take themselves for done until they are invalidated.
+    layout()->activate();
+    centralWidget()->layout()->invalidate();
+    centralWidget()->layout()->activate();
+    spline_widget->Init_widget();
+}
+
+void MainWindow::closeEvent(QCloseEvent*) {
+    close();
+}
+
+void MainWindow::on_actionExit_triggered() {
+    close();
+}
+
+void MainWindow::on_plusButton_pressed() {
+    spline_widget->ScaleFoil(1.0);
+}
+
+void MainWindow::on_minusButton_pressed() {
+    spline_widget->ScaleFoil(-1.0);
+}
+
+void MainWindow::on_rotplusButton_clicked() {
+    spline_widget->RotateSpline(rotation_step);
+    emit repaint_all();
+}
+
+void MainWindow::on_rotminusButton_clicked() {
+    spline_widget->RotateSpline(-rotation_step);
+    emit repaint_all();
+}
+
+void MainWindow::on_symetriclButton_clicked() {
+    spline_widget->Generate_symetric_spline();
+    emit repaint_all();
+}
+
+void MainWindow::on_refreshButton_clicked() {
+    p->spline.init_knots();
+    spline_widget->repaint();
+}
+
+void MainWindow::on_actionOpen_backround_template_triggered() {
+    const QString name = opf->DialogReadFromFile();
+    if (name.isEmpty())
+        return;
+    p->baseAirfoilName = name;
+    p->baseAirfoil = airfoil_Read(name);
+    Write_BaseTable(p->baseAirfoil);
+    emit repaint_all();
+}
+
+void MainWindow::on_actionOpen_foil_spline_triggered() {
+    spline_widget->Init_widget();
+    // Whatever comes of it, the old curve is gone: neither shown nor saved any more.
+    spline_widget->update();
+    const QString name = opf->DialogReadSplineFromFile();
+    if (name.isEmpty() || !name.contains(QLatin1String(".spl")))
+        return;
+    if (opf->ReadParaStream(name) == 0)
+        return;
+    emit to_repaint_opened_spline();
+}
+
+void MainWindow::on_actionSave_as_spline_file_triggered() {
+    JustSaveSplineFile(opf->DialogWriteSplineToFile());
+}
+
+void MainWindow::JustSaveSplineFile(QString fileName) {
+    if (fileName.isEmpty())
+        return;
+    p->spline.airfoilName = fileName;
+    opf->WriteParaStream(fileName);
+}
+
+void MainWindow::on_actionSave_as_table_triggered() {
+    const QString name = opf->DialogWriteToFile();
+    spline_widget->Save_airfoil_table(name);
+    if (name.isEmpty() || spline_widget->table_saved())
+        return;
+    QMessageBox box(this);
+    box.setTextFormat(Qt::PlainText);
+    box.setIcon(QMessageBox::Warning);
+    box.setText(tr("The table could not be written:") + QLatin1Char('\n') + name);
+    box.exec();
+}
+
+void MainWindow::on_actionAbout_program_triggered() {
+    About();
+}
+
+void MainWindow::About() {
+    const QString text = QStringLiteral("Aerolith ver.1.0 \n") + QStringLiteral("\n Author:") +
+                         QStringLiteral("Aerolith developers 2026") + QStringLiteral(" \n") +
+                         QStringLiteral("\n contact: ") + QStringLiteral("-") +
+                         QStringLiteral(" \n") + QStringLiteral("\n     home: ") +
+                         QStringLiteral("-") + QStringLiteral("     \n");
+    QMessageBox::about(this, QStringLiteral(" About Aerolith ver 1.0 -Qt4 "), text);
+}

@@ -1,0 +1,66 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The opening fields and the table pane.
+#include "app/mainwindow.h"
+
+#include "airfoil/airfoil.h"
+
+#include <QLocale>
+
+namespace {
+
+// The number of a field in the user's writing or in the plain one, 0 for none.
+double number(const QString& text) {
+    QLocale locale;
+    locale.setNumberOptions(QLocale::RejectGroupSeparator);
+    bool ok = false;
+    double value = locale.toDouble(text, &ok);
+    if (!ok)
+        value = text.toDouble(&ok);
+    return ok ? value : 0.0;
+}
+
+// Every paragraph takes the pane some 150 bytes. In long tables only each 64th row begins one,
+// which shows, copies and reads back the same.
+QString with_few_paragraphs(QString table) {
+    constexpr qsizetype long_table = 1'000'000;
+    constexpr int rows_of_a_paragraph = 64;
+    if (table.size() < long_table)
+        return table;
+    int row = 0;
+    for (QChar& c : table) {
+        if (c == QLatin1Char('\n') && ++row % rows_of_a_paragraph != 0)
+            c = QChar::LineSeparator;
+    }
+    return table;
+}
+
+} // namespace
+
+void MainWindow::setupEditO1_O2() {
+    const auto shown = [](double value) {
+        return QStringLiteral("%1").arg(value, 0, 'f', 2, QLatin1Char(' '));
+    };
+    O1Edit->setText(shown(p->spline.startVent));
+    O2Edit->setText(shown(p->spline.endVent));
+}
+
+void MainWindow::change_O1_O2() {
+    p->spline.startVent = number(O1Edit->text());
+    p->spline.endVent = number(O2Edit->text());
+}
+
+void MainWindow::on_O1Edit_editingFinished() {
+    change_O1_O2();
+}
+
+void MainWindow::on_O2Edit_editingFinished() {
+    change_O1_O2();
+}
+
+void MainWindow::Write_BaseTable(QPolygonF poly) {
+    // The title line ends like a row, and so does airfoil_table() end it.
+    const QString outname = QStringLiteral(" airfoil table \t\n");
+    tableEdit->clear();
+    tableEdit->setText(with_few_paragraphs(airfoil_table(outname, poly, 1)));
+    update();
+}

@@ -1,0 +1,42 @@
+# Flags of every target. Numbers must not depend on the processor: without
+# -ffp-contract=off a compiler may fuse a multiplication with an addition and
+# another machine would get other last bits.
+add_compile_options(-ffp-contract=off)
+
+# gcc 12 takes two neighbouring doubles that are rounded to single precision and
+# widened again as unchanged once it has put them into one vector.
+add_compile_options($<$<CXX_COMPILER_ID:GNU>:-fno-tree-slp-vectorize>)
+
+if(AEROLITH_SANITIZE)
+  add_compile_options(-fsanitize=${AEROLITH_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${AEROLITH_SANITIZE})
+  # Release builds of the toolkit headers drop their own index checks.
+  add_compile_definitions(QT_FORCE_ASSERTS)
+endif()
+
+if(AEROLITH_BUILD_FUZZERS)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_link_options(-fsanitize=fuzzer-no-link)
+endif()
+
+if(AEROLITH_COVERAGE)
+  add_compile_options(--coverage -O0 -g)
+  add_link_options(--coverage)
+endif()
+
+# Linked PRIVATE by our own targets, so that who links the libraries keeps a
+# free choice of warnings. The test library's QSKIP(reason) leaves the variable
+# arguments of its macro empty, which clang takes for an extension before C++20.
+add_library(aerolith_flags INTERFACE)
+target_compile_options(aerolith_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+  $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
+  $<$<BOOL:${AEROLITH_WERROR}>:-Werror>)
+target_compile_definitions(aerolith_flags INTERFACE
+  QT_NO_CAST_FROM_ASCII
+  QT_NO_CAST_TO_ASCII
+  QT_NO_CAST_FROM_BYTEARRAY
+  QT_NO_URL_CAST_FROM_STRING
+  QT_NO_FOREACH
+  QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+  QT_DISABLE_DEPRECATED_BEFORE=0x060400)

@@ -1,0 +1,46 @@
+# What is installed beside the program, and the package made of it.
+find_program(GZIP_PROGRAM gzip REQUIRED)
+
+install(DIRECTORY share/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
+install(FILES share/applications/org.kavrund.Aerolith.desktop
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
+install(FILES share/metainfo/org.kavrund.Aerolith.metainfo.xml
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
+install(FILES share/mime/packages/org.kavrund.Aerolith.xml
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
+install(FILES share/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES share/lintian-overrides
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME aerolith)
+install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
+
+# Compressed without a time stamp, so that the same sources give the same package.
+function(aerolith_install_compressed source target folder)
+  set(compressed "${PROJECT_BINARY_DIR}/share/${target}")
+  file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/share")
+  add_custom_command(OUTPUT "${compressed}"
+    COMMAND sh -c "'${GZIP_PROGRAM}' -9nc '${PROJECT_SOURCE_DIR}/${source}' > '${compressed}'"
+    DEPENDS "${PROJECT_SOURCE_DIR}/${source}" VERBATIM)
+  add_custom_target(compressed_${target} ALL DEPENDS "${compressed}")
+  install(FILES "${compressed}" DESTINATION ${folder})
+endfunction()
+aerolith_install_compressed(share/man/aerolith.1 aerolith.1.gz ${CMAKE_INSTALL_MANDIR}/man1)
+aerolith_install_compressed(share/changelog changelog.gz ${CMAKE_INSTALL_DOCDIR})
+
+set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_VENDOR "Aerolith developers")
+set(CPACK_PACKAGE_CONTACT "Aerolith developers <aerolith@localhost>")
+set(CPACK_PACKAGE_DESCRIPTION "Aerolith shows a table of airfoil coordinates as a template, over which a
+quadratic B-spline is drawn with the mouse. Thickness and crests are shown
+at every step, and two stations mark the air intake of a ram-air wing.
+Splines are saved in a format of their own and as coordinate tables.")
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "draw wing sections as splines over coordinate tables")
+set(CPACK_STRIP_FILES ON)
+set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
+set(CPACK_DEBIAN_PACKAGE_SECTION graphics)
+set(CPACK_DEBIAN_PACKAGE_PRIORITY optional)
+set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
+set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
+# Readable by everyone, writable by the owner, whatever the umask of the build is.
+set(CPACK_INSTALL_DEFAULT_DIRECTORY_PERMISSIONS
+  OWNER_READ OWNER_WRITE OWNER_EXECUTE GROUP_READ GROUP_EXECUTE WORLD_READ WORLD_EXECUTE)
+include(CPack)

@@ -1,0 +1,23 @@
+# SPDX-FileCopyrightText: Aerolith developers
+# shellcheck shell=bash
+# Sourced by the commands that build: configuring a folder below build/.
+
+# configured <folder>: true for a folder that was configured from here.
+configured() {
+    [[ -f $1/build.ninja ]] &&
+        grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$1/CMakeCache.txt"
+}
+
+# configure <folder> [<cmake argument>...]
+configure() {
+    local folder=$1
+    shift
+    # CMake refuses a folder that was copied or moved here with its tree.
+    local fresh=()
+    configured "$folder" || fresh=(--fresh)
+    if command -v ccache >/dev/null; then
+        export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD} CCACHE_NOHASHDIR=1
+        set -- -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@"
+    fi
+    cmake "${fresh[@]}" -S . -B "$folder" -G Ninja "$@"
+}

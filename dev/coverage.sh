@@ -1,0 +1,28 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: Aerolith developers
+# Prints the line coverage of the layers by the tests and fails below a percentage:
+# dev/coverage.sh [<percent> [<ctest argument>...]]
+set -euo pipefail
+cd "$(dirname "${BASH_SOURCE[0]}")/.."
+percent=${1:-97}
+shift $(($# > 0))
+command -v gcovr >/dev/null || {
+    echo "coverage: gcovr is not installed" >&2
+    exit 1
+}
+
+. dev/build.sh
+build=build/coverage
+layers=(numerics document airfoil editor app)
+configure "$build" -DCMAKE_BUILD_TYPE=Debug -DAEROLITH_BUILD_TESTS=ON -DAEROLITH_COVERAGE=ON
+cmake --build "$build"
+# Counts of an earlier run would be added to those of this one.
+find "$build" -name '*.gcda' -delete
+ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)" "$@"
+
+# The compiler finds headers in the view folders, which are links: their names are made
+# those of the layers before the lines are summed up.
+gcovr --root . --object-directory "$build" --json "$build/lines.json" \
+    "${layers[@]/#/--filter=}" --filter="$build/layers/" "${layers[@]/#/$build/}"
+sed -i -E "s#\"$build/layers/[a-z]+/#\"#g" "$build/lines.json"
+gcovr --root . --add-tracefile "$build/lines.json" --fail-under-line "$percent"

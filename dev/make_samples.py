@@ -1,0 +1,158 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: Aerolith developers
+# Makes the folder samples/: NACA 4-digit sections as coordinate tables in every
+# layout that the editor opens, and one spline file.
+"""
+usage: make_samples.py [--check] [FOLDER]
+
+Writes the samples to FOLDER (samples/ of the project if none is given). With
+--check nothing is written: the files of FOLDER are compared with what would be,
+and missing, unexpected and different ones are listed; the exit status is then 1.
+
+The sections follow the published formulas of the 4-digit series (NACA Report 460).
+The last coefficient of the thickness is -0.1036, which closes the trailing edge.
+"""
+
+import math
+import pathlib
+import struct
+import sys
+
+STATIONS = 61
+
+
+def stations():
+    """Chord stations from the nose to the trailing edge, dense at both."""
+    last = STATIONS - 1
+    inner = [0.5 * (1.0 - math.cos(math.pi * i / last)) for i in range(1, last)]
+    return [0.0] + inner + [1.0]
+
+
+def half_thickness(x, thickness):
+    polynomial = -0.1260 + x * (-0.3516 + x * (0.2843 + x * -0.1036))
+    return 5.0 * thickness * (0.2969 * math.sqrt(x) + x * polynomial)
+
+
+def mean_line(x, camber, crest):
+    """Height and slope of the mean line at the station x."""
+    if camber == 0.0:
+        return 0.0, 0.0
+    if x < crest:
+        part = camber / crest**2
+        return part * x * (2.0 * crest - x), 2.0 * part * (crest - x)
+    part = camber / (1.0 - crest) ** 2
+    return part * (1.0 - 2.0 * crest + x * (2.0 * crest - x)), 2.0 * part * (crest - x)
+
+
+def sides(digits):
+    """Upper and lower side of the section NACA `digits`, each from the nose."""
+    camber, crest, thickness = int(digits[0]) / 100, int(digits[1]) / 10, int(digits[2:]) / 100
+    upper, lower = [], []
+    for x in stations():
+        half = half_thickness(x, thickness) if x < 1.0 else 0.0
+        height, slope = mean_line(x, camber, crest)
+        angle = math.atan(slope)
+        across, up = half * math.sin(angle), half * math.cos(angle)
+        upper.append((x - across, height + up))
+        lower.append((x + across, height - up))
+    return upper, lower
+
+
+def number(value, width=9):
+    return f"{value + 0.0:{width}.6f}"
+
+
+def outline(title, digits):
+    """One outline: trailing edge, upper side, nose, lower side, trailing edge."""
+    upper, lower = sides(digits)
+    rows = [f"{number(x)} {number(y)}" for x, y in upper[::-1] + lower[1:]]
+    return "\n".join([title] + rows) + "\n"
+
+
+def half_contour(title, digits):
+    """Upper side alone. The reader takes a table for a half contour only if its nose
+    row is none of the first four lines; the empty lines see to that."""
+    upper, _ = sides(digits)
+    header = f"{STATIONS}. {STATIONS}."
+    rows = [f"{number(x)} {number(y)}" for x, y in upper]
+    return "\n".join([title, "", "", header] + rows) + "\n"
+
+
+def three_columns(title, digits):
+    """Station, upper and lower ordinate of a section without camber."""
+    upper, lower = sides(digits)
+    rows = [f"{number(u[0])} {number(u[1])} {number(l[1])}" for u, l in zip(upper, lower)]
+    return "\n".join([title, "x  upper  lower"] + rows) + "\n"
+
+
+def decimal_commas(title, digits):
+    """The outline as spreadsheets of many countries save it, with CR LF."""
+    upper, lower = sides(digits)
+    rows = [f"{number(x, 0)};\t{number(y, 0)}" for x, y in upper[::-1] + lower[1:]]
+    return "\r\n".join([title] + rows).replace(".", ",") + "\r\n"
+
+
+def spline():
+    """A symmetric section of ten control points, in the pixels of an editor of
+    1024 x 768: leading edge at (102, 383), chord of 819 pixels."""
+    table = [
+        (1.0, 0.0), (0.7, 0.025), (0.3, 0.07), (0.05, 0.08), (0.0, 0.01),
+        (0.0, -0.01), (0.05, -0.08), (0.3, -0.07), (0.7, -0.025), (1.0, 0.0),
+    ]  # fmt: skip
+    degree = 2
+    knots = len(table) + degree + 1
+    name = "symmetric.spl".encode("utf-16-be")
+    data = struct.pack(">I", len(name)) + name
+    data += struct.pack(">4i", len(table), knots, degree, degree + 1)
+    for i in range(300):
+        data += struct.pack(">d", i / (knots - 1) if i < knots else 0.0)
+    for i in range(30):
+        x, y = (102 + table[i][0] * 819, 383 + table[i][1] * 819) if i < len(table) else (0.0, 0.0)
+        data += struct.pack(">4d", x, y, 0.0, 0.0)
+    return data + struct.pack(">3d", 0.0, 0.0, 0.0)
+
+
+def samples():
+    texts = {
+        "naca-0021-thick.dat": outline("NACA 0021, thick", "0021"),
+        "naca-0006-thin.dat": outline("NACA 0006, thin", "0006"),
+        "naca-4412-cambered.dat": outline("NACA 4412, cambered", "4412"),
+        "naca-0012-outline.dat": outline("NACA 0012, one outline", "0012"),
+        "naca-0012-half-contour.dat": half_contour("NACA 0012, half contour", "0012"),
+        "naca-0012-three-columns.txt": three_columns("NACA 0012, three columns", "0012"),
+        "naca-0012-decimal-commas.txt": decimal_commas("NACA 0012, decimal commas", "0012"),
+    }
+    files = {name: text.encode("ascii") for name, text in texts.items()}
+    files["symmetric.spl"] = spline()
+    return files
+
+
+def check(folder, files):
+    present = {path.name for path in folder.iterdir()} if folder.is_dir() else set()
+    faults = [f"missing: {name}" for name in sorted(files.keys() - present)]
+    faults += [f"unexpected: {name}" for name in sorted(present - files.keys())]
+    for name in sorted(files.keys() & present):
+        if (folder / name).read_bytes() != files[name]:
+            faults.append(f"different: {name}")
+    for fault in faults:
+        print(fault)
+    return 1 if faults else 0
+
+
+def main(arguments):
+    checking = "--check" in arguments
+    names = [argument for argument in arguments if argument != "--check"]
+    folder = pathlib.Path(__file__).resolve().parent.parent / "samples"
+    if names:
+        folder = pathlib.Path(names[0])
+    files = samples()
+    if checking:
+        return check(folder, files)
+    folder.mkdir(parents=True, exist_ok=True)
+    for name, data in files.items():
+        (folder / name).write_bytes(data)
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

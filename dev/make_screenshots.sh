@@ -1,0 +1,24 @@
+#!/usr/bin/env bash
+# SPDX-FileCopyrightText: Aerolith developers
+# Makes the pictures of the documents from the program as it is, in a real window of fixed size.
+set -euo pipefail
+cd "$(dirname "$0")/.."
+
+dev/install_packages.sh test
+# shellcheck source=dev/build.sh
+. dev/build.sh
+configured build/release || configure build/release -DCMAKE_BUILD_TYPE=Release
+cmake --build build/release --target aerolith
+
+out=$(mktemp -d)
+trap 'rm -rf "$out"' EXIT
+python3 tests/ui/road.py --program build/release/aerolith --size 1280x800 --out "$out"
+
+take() {
+    local found=("$out"/*-"$1"-1280x800.png)
+    cp "${found[0]}" "docs/images/$2.png"
+}
+take template template
+take symmetric symmetric
+take zoomed nose
+take openings section

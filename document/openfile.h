@@ -1,0 +1,56 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Spline files, the file dialogs, and the one place where files are written.
+#pragma once
+
+#include "document/parastruct.h"
+
+#include <QByteArray>
+#include <QObject>
+#include <QString>
+
+/// Replaces the content of the file @p name by @p bytes such that a failure leaves
+/// the old content: the bytes go to a new file in the same folder, which takes the
+/// place of the old one only when it is known to be whole. Symbolic links are
+/// followed and stay; permissions stay. Where a new file cannot stand for the old
+/// one (a folder that forbids new files, a file with several hard links or of
+/// another owner, a device), the bytes are written in place.
+/// @return whether all bytes are known to be written; false for an empty name, a
+///         folder, and a target without write permission
+bool write_file(const QString& name, const QByteArray& bytes);
+
+/// Asks for file names and reads and writes spline files.
+class myOpenFile : public QObject {
+    Q_OBJECT
+
+public:
+    explicit myOpenFile(QObject* parent = nullptr);
+
+    QString mydir;       ///< Folder in which every dialog starts.
+    ParaStruct* p;       ///< The document.
+    ParaStruct* outdata; ///< The record that files are read into: the document, too.
+
+    /// Asks for an existing file.
+    /// @param caption title of the dialog
+    /// @param ext     name patterns, separated by blanks
+    /// @return the path, or a null string when the dialog was cancelled
+    QString OpenFileName(QString caption, QString ext);
+
+    /// @name Dialogs
+    /// Each answers the chosen path, or a null string when it was cancelled.
+    /// @{
+    QString DialogReadFromFile();       ///< For a coordinate table to open.
+    QString DialogReadSplineFromFile(); ///< For a spline file to open.
+    QString DialogWriteToFile();        ///< For a coordinate table to save.
+    QString DialogWriteSplineToFile();  ///< For a spline file to save.
+    /// @}
+
+    /// Writes the document's spline to the file @p fileName, without any message.
+    /// @return 1 when every byte is known to be written, otherwise 0
+    int WriteParaStream(QString fileName);
+
+    /// Reads the spline file @p fileName into the document. A file that is missing
+    /// is reported in a message box. One that cannot be opened, or is no regular
+    /// file, or is too short, gives zeros for what could not be read.
+    /// @return 0 for an empty name or a missing file, otherwise 1
+    int ReadParaStream(QString fileName);
+};

@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The drawn template kept as an image.
+#include "editor/templateimage.h"
+
+#include <QPaintEngine>
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+constexpr double point_radius = 3.0;
+constexpr double outline_width = 2.0;
+
+// How far the drawing reaches beyond the outline, with a pixel to spare.
+constexpr double margin = point_radius + outline_width + 1.0;
+
+constexpr qint64 most_pixels = qint64(16) << 20;
+
+// A path takes the engine some 250 bytes a point, which an outline of a million points makes
+// too many.
+constexpr qsizetype longest_path = 20'000;
+
+void draw_closed(QPainter* painter, const QPolygonF& outline) {
+    if (outline.size() <= longest_path) {
+        painter->drawPolygon(outline);
+        return;
+    }
+    for (qsizetype i = 0; i + 1 < outline.size(); i += longest_path) {
+        const qsizetype points = std::min(longest_path + 1, outline.size() - i);
+        painter->drawPolyline(outline.constData() + i, int(points));
+    }
+    painter->drawLine(outline.constLast(), outline.constFirst());
+}
+
+// Whether the painter's pixels are either drawn or not, so that an image can hold them.
+bool draws_whole_pixels(const QPainter& painter) {
+    const QTransform& transform = painter.deviceTransform();
+    return painter.paintEngine()->type() == QPaintEngine::Raster &&
+           !painter.testRenderHint(QPainter::Antialiasing) &&
+           transform.type() <= QTransform::TxScale && transform.m11() >= 1.0 &&
+           transform.m22() >= 1.0;
+}
+
+bool is_whole(double value) {
+    return value == std::floor(value);
+}
+
+qint64 pixel_count(QSize size) {
+    return qint64(size.width()) * size.height();
+}
+
+// Whether a rectangle is far from the limits of whole pixels.
+bool is_near(const QRectF& rect) {
+    constexpr double far_away = 1e8;
+    return rect.left() > -far_away && rect.top() > -far_away && rect.right() < far_away &&
+           rect.bottom() < far_away;
+}
+
+// What the device shows of a picture.
+QRect shown_part(const QPainter& painter, QRect bounds) {
+    const QPaintDevice* device = painter.paintEngine()->paintDevice();
+    return QRect(0, 0, std::min(bounds.right() + 1, device->width()),
+                 std::min(bounds.bottom() + 1, device->height()));
+}
+
+QPoint shift_between(const QTransform& from, const QTransform& to) {
+    return QPoint(int(to.dx() - from.dx()), int(to.dy() - from.dy()));
+}
+
+} // namespace
+
+void TemplateImage::paint(QPainter* painter, const QPolygonF& outline) {
+    const QTransform& transform = painter->deviceTransform();
+    const QRectF reach = outline.boundingRect().adjusted(-margin, -margin, margin, margin);
+    const Picture picture = {outline, painter->pen(), transform, transform.mapRect(reach)};
+    if (outline.isEmpty() || !draws_whole_pixels(*painter) || !is_near(picture.bounds)) {
+        draw(painter, outline);
+        return;
+    }
+    if (!holds(*painter, picture) && !make(*painter, picture))
+        image = QImage();
+    if (image.isNull() || !show(painter, picture)) {
+        kept = picture;
+        draw(painter, outline);
+    }
+    shown = picture.transform;
+}
+
+void TemplateImage::draw(QPainter* painter, const QPolygonF& outline, const QRectF& part) {
+    painter->setBrush(QBrush(Qt::red));
+    for (const QPointF& point : outline) {
+        if (part.isNull() || part.contains(point))
+            painter->drawEllipse(point, point_radius, point_radius);
+    }
+    painter->setBrush(Qt::NoBrush);
+    painter->setPen(QPen(QBrush(Qt::blue), outline_width));
+    draw_closed(painter, outline);
+}
+
+bool TemplateImage::differ_by_shift(const Picture& a, const Picture& b) {
+    return a.outline.constData() == b.outline.constData() && a.outline.size() == b.outline.size() &&
+           a.pen == b.pen && a.transform.m11() == b.transform.m11() &&
+           a.transform.m22() == b.transform.m22() &&
+           is_whole(a.transform.dx() - b.transform.dx()) &&
+           is_whole(a.transform.dy() - b.transform.dy());
+}
+
+bool TemplateImage::crosses_edges(const Picture& picture) {
+    return picture.bounds.left() < 0.0 || picture.bounds.top() < 0.0;
+}
+
+// Once a picture that crosses the edges stands still, an image of just what the device
+// shows spares the crossings.
+bool TemplateImage::holds(const QPainter& painter, const Picture& picture) const {
+    if (image.isNull() || !differ_by_shift(kept, picture))
+        return false;
+    if (whole)
+        return !crosses_edges(picture) || picture.transform != shown;
+    return picture.transform == kept.transform &&
+           image.rect().contains(shown_part(painter, picture.bounds.toAlignedRect()));
+}
+
+bool TemplateImage::make(const QPainter& painter, const Picture& picture) {
+    if (!differ_by_shift(kept, picture))
+        return false;
+    const QRect bounds = picture.bounds.toAlignedRect();
+    QRect held = bounds;
+    const bool stands_still = picture.transform == shown;
+    whole = pixel_count(bounds.size()) <= most_pixels && !(stands_still && crosses_edges(picture));
+    if (!whole) {
+        held = shown_part(painter, bounds);
+        if (!stands_still || held.isEmpty() || pixel_count(held.size()) > most_pixels)
+            return false;
+    }
+    image = QImage(held.size(), QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return false;
+    image.fill(Qt::transparent);
+    kept = picture;
+    origin = held.topLeft();
+    QPainter image_painter(&image);
+    image_painter.setRenderHints(painter.renderHints());
+    image_painter.setPen(picture.pen);
+    image_painter.setTransform(picture.transform *
+                               QTransform::fromTranslate(-origin.x(), -origin.y()));
+    draw(&image_painter, picture.outline);
+    return true;
+}
+
+// Where points and lines cross the left or the upper edge of the device. There the engine
+// rounds otherwise than within it, so a shifted image does not show what it would draw.
+QRegion TemplateImage::crossings(const Picture& picture, QRect device) {
+    if (!crosses_edges(picture))
+        return QRegion();
+    const double dx = margin * picture.transform.m11();
+    const double dy = margin * picture.transform.m22();
+    QRegion region;
+    QPointF a = picture.transform.map(picture.outline.last());
+    for (const QPointF& point : picture.outline) {
+        const QPointF b = picture.transform.map(point);
+        const QRectF line = QRectF(a, b).normalized().adjusted(-dx, -dy, dx, dy);
+        if ((line.left() < 0.0 || line.top() < 0.0) && line.right() >= 0.0 && line.bottom() >= 0.0)
+            region += line.toAlignedRect() & device;
+        a = b;
+    }
+    return region;
+}
+
+bool TemplateImage::show(QPainter* painter, const Picture& picture) const {
+    painter->save();
+    painter->resetTransform();
+    const QTransform to_device = painter->deviceTransform().inverted();
+    painter->setTransform(to_device);
+    const bool pixel_to_pixel = painter->deviceTransform().isIdentity();
+    if (pixel_to_pixel) {
+        const QPaintDevice* paint_device = painter->paintEngine()->paintDevice();
+        const QRect device(0, 0, paint_device->width(), paint_device->height());
+        const QRegion drawn = whole ? crossings(picture, device) : QRegion();
+        if (!drawn.isEmpty())
+            painter->setClipRegion(QRegion(device) - drawn);
+        painter->drawImage(origin + shift_between(kept.transform, picture.transform), image);
+        if (!drawn.isEmpty()) {
+            painter->setClipRegion(drawn);
+            painter->setTransform(picture.transform * to_device);
+            const QRectF part = picture.transform.inverted().mapRect(QRectF(drawn.boundingRect()));
+            draw(painter, picture.outline, part.adjusted(-margin, -margin, margin, margin));
+        }
+    }
+    painter->restore();
+    if (pixel_to_pixel) {
+        painter->setBrush(Qt::NoBrush);
+        painter->setPen(QPen(QBrush(Qt::blue), outline_width));
+    }
+    return pixel_to_pixel;
+}

@@ -1,0 +1,205 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The window among other programs of a desktop: dark themes, dense screens, assistive
+// technology and the order of the Tab key.
+#include "app/mainwindow.h"
+#include "support/testmain.h"
+#include "windowsupport.h"
+
+#include <QAccessible>
+#include <QImage>
+#include <QPalette>
+#include <QScopeGuard>
+
+#include <cmath>
+
+namespace {
+
+constexpr double least_contrast = 4.5;
+
+// Relative luminance of a colour in the sRGB space, 0 (black) to 1 (white).
+double luminance(const QColor& colour) {
+    const auto linear = [](double c) {
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
+
+double contrast(const QColor& a, const QColor& b) {
+    const double lighter = std::max(luminance(a), luminance(b));
+    const double darker = std::min(luminance(a), luminance(b));
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+// The ground of the canvas in a picture of the window, between the grid's lines.
+QColor ground_of(MainWindow& window) {
+    const EditSpline& editor = *window.spline_widget;
+    const QPoint between(editor.xc + editor.L_T / 20, editor.yc - editor.L_T / 20);
+    return window.grab().toImage().pixelColor(editor.mapTo(&window, between));
+}
+
+bool fields_are_readable(MainWindow& window) {
+    const QColor pink(243, 159, 225);
+    return contrast(window.O1Edit->palette().color(QPalette::Text), pink) >= least_contrast &&
+           contrast(window.label->palette().color(QPalette::WindowText), pink) >= least_contrast &&
+           contrast(window.plusButton->palette().color(QPalette::ButtonText), pink) >=
+               least_contrast;
+}
+
+QImage picture_at_ratio(EditSpline& editor, int ratio) {
+    QImage image(editor.size() * ratio, QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::lightGray);
+    editor.render(&image, QPoint(), QRegion(), QWidget::RenderFlags());
+    return image;
+}
+
+// How far white reaches downwards from a pixel.
+int white_height(const QImage& image, QPoint from) {
+    int y = from.y();
+    while (y < image.height() && image.pixelColor(from.x(), y) == QColor(Qt::white))
+        ++y;
+    return y - from.y();
+}
+
+} // namespace
+
+class tst_desktop : public QObject {
+    Q_OBJECT
+private slots:
+    void init() { renew_document(); }
+
+    void ground_is_light_data();
+    void ground_is_light();
+    void ground_follows_the_desktop();
+    void dense_screen_data();
+    void dense_screen();
+    void names_data();
+    void names();
+    void tab_order();
+};
+
+void tst_desktop::ground_is_light_data() {
+    QTest::addColumn<QColor>("desktop");
+    QTest::addColumn<bool>("kept");
+
+    QTest::newRow("usual") << QColor(239, 239, 239) << true;
+    QTest::newRow("white") << QColor(Qt::white) << true;
+    QTest::newRow("just-light-enough") << QColor(168, 168, 168) << true;
+    QTest::newRow("just-too-dark") << QColor(167, 167, 167) << false;
+    QTest::newRow("dark") << QColor(45, 45, 48) << false;
+    QTest::newRow("black") << QColor(Qt::black) << false;
+    QTest::newRow("dark-blue") << QColor(20, 24, 60) << false;
+}
+
+void tst_desktop::ground_is_light() {
+    QFETCH(QColor, desktop);
+    QFETCH(bool, kept);
+    const QPalette usual = QApplication::palette();
+    const auto restore = qScopeGuard([&] { QApplication::setPalette(usual); });
+    QApplication::setPalette(QPalette(desktop));
+
+    MainWindow window;
+    SHOW(window);
+    const QColor ground = ground_of(window);
+    QCOMPARE(ground == desktop, kept);
+    for (const QColor& line : {QColor(Qt::black), QColor(Qt::darkRed), QColor(Qt::darkBlue)})
+        QVERIFY2(contrast(line, ground) >= least_contrast,
+                 qPrintable(line.name() + QLatin1String(" on ") + ground.name()));
+    QVERIFY(fields_are_readable(window));
+}
+
+void tst_desktop::ground_follows_the_desktop() {
+    const QPalette usual = QApplication::palette();
+    const auto restore = qScopeGuard([&] { QApplication::setPalette(usual); });
+    MainWindow window;
+    SHOW(window);
+    const QColor light = ground_of(window);
+
+    QApplication::setPalette(QPalette(QColor(30, 30, 30)));
+    QTRY_VERIFY(contrast(ground_of(window), Qt::black) >= least_contrast);
+    QVERIFY(fields_are_readable(window));
+    QApplication::setPalette(QPalette(QColor(250, 250, 240)));
+    QTRY_COMPARE(ground_of(window), QColor(250, 250, 240));
+    QVERIFY(light != QColor(250, 250, 240));
+}
+
+void tst_desktop::dense_screen_data() {
+    QTest::addColumn<int>("ratio");
+
+    QTest::newRow("ratio-1") << 1;
+    QTest::newRow("ratio-2") << 2;
+    QTest::newRow("ratio-3") << 3;
+}
+
+// The same things at the same places in logical pixels, however dense the screen is.
+void tst_desktop::dense_screen() {
+    QFETCH(int, ratio);
+    MainWindow window;
+    SHOW(window);
+    EditSpline& editor = *window.spline_widget;
+    editor.Generate_symetric_spline();
+    settle(window);
+    const QImage image = picture_at_ratio(editor, ratio);
+
+    const auto colour_at = [&](double x, double y) {
+        return image.pixelColor(int(x * ratio), int(y * ratio));
+    };
+    QCOMPARE(colour_at(2, editor.yc), QColor(Qt::black));
+    QCOMPARE(colour_at(editor.xc + editor.L_T, editor.yc + 12), QColor(Qt::darkRed));
+    // From two pixels below the middle of a control point, past the curve and the polygon.
+    const QPointF marker = editor.p->spline.CP[2];
+    const int height = white_height(image, (marker * ratio).toPoint() + QPoint(0, 2 * ratio));
+    QVERIFY2(height >= 2 * ratio && height <= 3 * ratio, qPrintable(QString::number(height)));
+}
+
+void tst_desktop::names_data() {
+    QTest::addColumn<QString>("object");
+    QTest::addColumn<QString>("name");
+
+    const auto row = [](const char* object, const char* name) {
+        QTest::newRow(object) << QString::fromLatin1(object) << QString::fromLatin1(name);
+    };
+    row("spline_widget", "drawing area");
+    row("O1Edit", "O-1 %, start opening from LE");
+    row("O2Edit", "O-2 %, end opening from LE");
+    row("plusButton", "+, scale working foil");
+    row("minusButton", "-, scale working foil");
+    row("rotplusButton", "R+, rotate clockwise");
+    row("rotminusButton", "R-, rotate counter-clockwise");
+    row("symetriclButton", "S, generate symetric spline");
+    row("refreshButton", "Refresh knots");
+    row("tableEdit", "airfoil table");
+}
+
+void tst_desktop::names() {
+    QFETCH(QString, object);
+    QFETCH(QString, name);
+    MainWindow window;
+    auto* widget = window.findChild<QWidget*>(object);
+    QVERIFY(widget);
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(widget);
+    QVERIFY(interface);
+    QCOMPARE(interface->text(QAccessible::Name), name);
+}
+
+void tst_desktop::tab_order() {
+    MainWindow window;
+    SHOW(window);
+    window.spline_widget->setFocus();
+    QStringList visited;
+    for (int i = 0; i < 9; ++i) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+        visited << QApplication::focusWidget()->objectName();
+    }
+    const QStringList picture = {
+        QStringLiteral("O1Edit"),          QStringLiteral("O2Edit"),
+        QStringLiteral("plusButton"),      QStringLiteral("minusButton"),
+        QStringLiteral("rotplusButton"),   QStringLiteral("rotminusButton"),
+        QStringLiteral("symetriclButton"), QStringLiteral("refreshButton"),
+        QStringLiteral("tableEdit")};
+    QCOMPARE(visited, picture);
+}
+
+AEROLITH_TEST_MAIN(tst_desktop)
+#include "tst_desktop.moc"

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The editor as the tests need it: at a given size, on an empty document, with counted
+// paints.
+#pragma once
+
+#include "editor/editspline.h"
+#include "editormodel.h"
+#include "support/recordingpaintdevice.h"
+
+#include <QLineF>
+#include <QList>
+#include <QPen>
+#include <QSize>
+#include <QString>
+
+/// The size that the sizes in the tests' comments are computed for.
+inline constexpr QSize usual_size = QSize(1024, 768);
+
+/// The editor, which counts its paints. Construction empties the document.
+class TestEditor : public EditSpline {
+public:
+    explicit TestEditor(QSize size = usual_size, QWidget* parent = nullptr);
+
+    void paintEvent(QPaintEvent* event) override;
+
+    int paints = 0;
+
+    /// Puts @p points and uniform knots into the document.
+    void set_points(const QPolygonF& points);
+
+    /// The symmetric section, painted until nothing moves.
+    void set_settled_section();
+
+    QPolygonF points() const;
+
+    /// A model with the state of this editor and its document.
+    EditorModel model() const;
+
+    /// One frame as it is drawn on a recording device.
+    QList<PaintOperation> recorded();
+};
+
+/// The points @p p as they are used: 0..30.
+QPolygonF spline_points(const SplineFoil& spline);
+
+/// Paints until no paint event is pending; false if there is no end of them.
+bool paint_until_idle(TestEditor& editor);
+
+QList<PaintOperation> of_kind(const QList<PaintOperation>& all, PaintOperation::Kind kind);
+
+/// The texts drawn, in order.
+QStringList texts_of(const QList<PaintOperation>& all);
+
+/// Points whose values tell their index.
+QPolygonF numbered(int count);
+
+/// Gives all slots of the record, used or not, values that tell their index.
+void number_store(SplineFoil& spline);
+
+/// All slots of the points, and of their second points.
+QPolygonF store(const SplineFoil& spline);
+QPolygonF second_store(const SplineFoil& spline);
+
+/// How the record differs from what uniform knots are; empty for not at all.
+QString knot_difference(const SplineFoil& spline);
+
+#define VERIFY_UNIFORM_KNOTS(spline)                                                               \
+    QVERIFY2(knot_difference(spline).isEmpty(), qPrintable(knot_difference(spline)))
+
+/// The lines drawn with a pen, in order.
+QList<QLineF> lines_of(const QList<PaintOperation>& all, const QPen& pen);

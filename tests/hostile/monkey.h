@@ -1,0 +1,74 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// A user who does anything at all with the main window. What it does follows from its seed
+// alone, so a seed replays.
+#pragma once
+
+#include "app/mainwindow.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <random>
+
+/// Sends random events to a main window and checks after each what must always hold.
+class Monkey {
+public:
+    /// @param seed   the seed of every choice
+    /// @param folder a writable folder for its files
+    Monkey(quint32 seed, const QString& folder);
+
+    /// Does one thing. @return what does not hold any more afterwards, empty for all well
+    QString step();
+
+    QString last_event() const { return event; }    ///< What it did last.
+    double longest_step() const { return longest; } ///< Processor time, in seconds.
+    quint64 digest() const { return state; }        ///< Of all states so far.
+
+private:
+    struct Choice {
+        int weight;
+        const char* name;
+        std::function<void()> act;
+    };
+
+    int below(int n);
+    bool one_in(int n);
+    template<typename List>
+    auto any_of(const List& list);
+    QPointF position();
+    Qt::MouseButtons buttons();
+
+    void make_files();
+    void make_window();
+    void make_choices();
+    void send_mouse(QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held);
+    void send_wheel();
+    void send_key();
+    void ask_for_menu();
+    void trigger_action();
+    void press_button();
+    void fill_field();
+    void change_size();
+    void change_visibility();
+    void open_spline();
+    void open_template();
+    void save();
+    void while_answering(const std::function<void()>& act);
+    QString broken_rule() const;
+    void digest_state();
+
+    std::mt19937 random;
+    QString folder;
+    QStringList splines;
+    QStringList tables;
+    std::unique_ptr<MainWindow> window;
+    EditSpline* editor = nullptr;
+    std::vector<Choice> choices;
+    int total_weight = 0;
+    int steps = 0;
+    int loaded_count = 0;
+    QString event;
+    double longest = 0.0;
+    quint64 state = 0xcbf29ce484222325;
+};

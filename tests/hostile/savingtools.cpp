@@ -1,0 +1,124 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// What the tests of saving share.
+#include "hostile/savingtools.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTest>
+
+#include <cstdio>
+
+#include <fcntl.h>
+#include <grp.h>
+#include <sched.h>
+#include <sys/mount.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+Prepared prepared;
+
+namespace {
+
+// Permissions do not bind the administrator, and mistakes of a test must not reach devices.
+bool become_ordinary_user() {
+    constexpr uid_t nobody = 65534;
+    char folder[] = "/tmp/aerolith-saving-XXXXXX";
+    if (!::mkdtemp(folder) || ::chmod(folder, 0777) != 0)
+        return false;
+    prepared.folder = folder;
+    const QByteArray foreign = prepared.folder + "/foreign";
+    const int fd = ::open(foreign.constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0666);
+    prepared.foreign_file = fd >= 0 && ::fchown(fd, 0, nobody) == 0 && ::fchmod(fd, 0666) == 0;
+    ::close(fd);
+
+    const QByteArray disk = prepared.folder + "/disk";
+    prepared.full_disk = ::mkdir(disk.constData(), 0755) == 0 && ::unshare(CLONE_NEWNS) == 0 &&
+                         ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
+                         ::mount("none", disk.constData(), "tmpfs", 0, "size=64k,mode=0777") == 0;
+    return ::setgroups(0, nullptr) == 0 && ::setresgid(nobody, nobody, nobody) == 0 &&
+           ::setresuid(nobody, nobody, nobody) == 0;
+}
+
+void remove_prepared() {
+    ::unlink((prepared.folder + "/foreign").constData());
+    ::rmdir((prepared.folder + "/disk").constData());
+    ::rmdir(prepared.folder.constData());
+}
+
+} // namespace
+
+int run_as_ordinary_user(const std::function<int()>& test) {
+    if (::geteuid() != 0)
+        return test();
+    // The administrator's process stays to remove what it has made.
+    int to_parent[2];
+    if (::pipe(to_parent) != 0)
+        return 1;
+    const pid_t process = ::fork();
+    if (process == 0) {
+        if (!become_ordinary_user())
+            ::_exit(1);
+        const bool told = ::write(to_parent[1], prepared.folder.constData(),
+                                  std::size_t(prepared.folder.size())) > 0;
+        const int result = test();
+        std::fflush(nullptr);
+        ::_exit(told ? result : 1);
+    }
+    const int result = result_of(process);
+    char folder[64] = {};
+    if (::read(to_parent[0], folder, sizeof folder - 1) > 0) {
+        prepared.folder = folder;
+        remove_prepared();
+    }
+    return result;
+}
+
+pid_t in_other_process(const std::function<void()>& work) {
+    const pid_t process = ::fork();
+    if (process == 0) {
+        work();
+        ::_exit(0);
+    }
+    return process;
+}
+
+int result_of(pid_t process) {
+    int status = 0;
+    return ::waitpid(process, &status, 0) == process && WIFEXITED(status) ? WEXITSTATUS(status)
+                                                                          : -1;
+}
+
+QByteArray content(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+}
+
+void put(const QString& path, const QByteArray& bytes) {
+    QFile file(path);
+    QVERIFY2(file.open(QIODevice::WriteOnly), qPrintable(path));
+    QCOMPARE(file.write(bytes), bytes.size());
+}
+
+void soft_link(const QString& target, const QString& path) {
+    QCOMPARE(::symlink(QFile::encodeName(target).constData(), QFile::encodeName(path).constData()),
+             0);
+}
+
+void hard_link(const QString& path, const QString& other) {
+    QCOMPARE(::link(QFile::encodeName(path).constData(), QFile::encodeName(other).constData()), 0);
+}
+
+void set_mode(const QString& path, mode_t mode) {
+    QCOMPARE(::chmod(QFile::encodeName(path).constData(), mode), 0);
+}
+
+struct stat status_of(const QString& path) {
+    struct stat status = {};
+    ::lstat(QFile::encodeName(path).constData(), &status);
+    return status;
+}
+
+QStringList listing(const QString& folder) {
+    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
+                                  QDir::NoDotAndDotDot);
+}

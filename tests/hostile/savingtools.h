@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// What the tests of saving share: they run as an ordinary user, whom permissions bind.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+#include <sys/stat.h>
+#include <sys/types.h>
+
+/// What only the administrator can set up, made before the test becomes an ordinary user.
+struct Prepared {
+    QByteArray folder;         ///< Writable for everybody.
+    bool foreign_file = false; ///< It holds a writable file "foreign" of another owner.
+    bool full_disk = false;    ///< Its folder "disk" is a file system of 64 kB.
+};
+extern Prepared prepared;
+
+/// Runs @p test, when started by the administrator in a process of an ordinary user.
+int run_as_ordinary_user(const std::function<int()>& test);
+
+/// Runs @p work in another process, which then ends with 0.
+pid_t in_other_process(const std::function<void()>& work);
+
+/// Waits for @p process. @return its exit code, -1 if it was killed
+int result_of(pid_t process);
+
+/// @name Files
+/// Those that change something fail the test when they fail.
+/// @{
+QByteArray content(const QString& path);
+void put(const QString& path, const QByteArray& bytes);
+void soft_link(const QString& target, const QString& path);
+void hard_link(const QString& path, const QString& other);
+void set_mode(const QString& path, mode_t mode);
+struct stat status_of(const QString& path); ///< Of a symbolic link, not of its target.
+QStringList listing(const QString& folder); ///< Hidden files, too.
+/// @}

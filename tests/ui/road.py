@@ -1,0 +1,462 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: Aerolith developers
+# Plays a typical use in a real window by mouse and keys, from the start to a spline reopened at
+# another window size, and compares what is seen and saved with what must come of the gestures.
+import argparse
+import pathlib
+import shutil
+import sys
+import tempfile
+
+import section
+from desk import Desk, Failure, wait_for
+
+BLACK, WHITE, RED = (0, 0, 0), (255, 255, 255), (255, 0, 0)
+DARK_RED, DARK_BLUE = (128, 0, 0), (0, 0, 128)
+OTHER_SIZE = {(1280, 800): (1920, 1080), (1920, 1080): (1280, 800)}
+# The form: margins 9, spacing 6, table pane 141 pixels wide.
+MARGIN, BESIDE_EDITOR = 9, 9 + 6 + 141 + 9
+FOLDER = "Desktop/Kavrund/Airfoils"
+OPEN_TABLE, OPEN_SPLINE, EXIT = 0, 1, 2
+SAVE_TABLE, SAVE_SPLINE = 0, 1
+APPEND, INSERT, REMOVE, SET_HULL = 2, 3, 4, 6
+# Beyond rounding the program's points and ours differ by nothing; a wrong gesture costs pixels.
+POINT_TOLERANCE = 0.01
+
+
+def read_outline(path):
+    """The outline of a table whose lines hold x and y, one chord long, its first point at (1, 0)."""
+    points = []
+    for line in path.read_text(errors="replace").splitlines():
+        try:
+            x, y = map(float, line.split())
+        except ValueError:
+            continue
+        points.append((x, y))
+    chord = max(x for x, _ in points) - min(x for x, _ in points)
+    x0, y0 = points[0]
+    return [((x - x0) / chord + 1.0, (y - y0) / chord) for x, y in points]
+
+
+def height_at(side, x):
+    """The y of a polyline at x, interpolated."""
+    for (x0, y0), (x1, y1) in zip(side, side[1:]):
+        if min(x0, x1) <= x <= max(x0, x1) and x0 != x1:
+            return y0 + (y1 - y0) * (x - x0) / (x1 - x0)
+    return side[-1][1]
+
+
+def text_blocks(picture, x0, x1, y0, y1, gap):
+    """The middles of the dark texts in a strip; texts closer than the gap are one."""
+    columns = [x for x in range(x0, x1)
+               if any(max(picture.pixel(x, y)) < 110 for y in range(y0, y1))]
+    blocks = []
+    for x in columns:
+        if blocks and x - blocks[-1][1] <= gap:
+            blocks[-1][1] = x
+        else:
+            blocks.append([x, x])
+    return [(first + last) // 2 for first, last in blocks]
+
+
+class Road:
+    def __init__(self, desk, folder, out, program):
+        self.desk, self.folder, self.out, self.program = desk, folder, out, program
+        self.pictures = 0
+
+    # Seeing
+
+    def keep(self, name):
+        self.pictures += 1
+        size = f"{self.desk.width}x{self.desk.height}"
+        self.desk.look_at_rest().write_png(self.out / f"{self.pictures:02}-{name}-{size}.png")
+
+    def rest(self):
+        """Takes the pointer off the editor, so that neither it nor a tool tip covers it."""
+        self.desk.move(3, self.desk.height - 3)
+        self.desk.no_window("tip")
+
+    def expect(self, name, *checks):
+        """Waits until every check finds nothing amiss in the picture, and keeps the picture."""
+        self.rest()
+        amiss = []
+
+        def nothing_amiss():
+            picture = self.desk.look()
+            amiss[:] = [what for check in checks for what in check(picture)]
+            return not amiss
+
+        try:
+            wait_for(nothing_amiss, name)
+        except Failure as failure:
+            self.keep(f"{name}-failed")
+            raise Failure(f"{failure}: " + "; ".join(amiss[:8])) from None
+        self.keep(name)
+
+    def screen(self, place):
+        """The screen pixel of a place in the editor."""
+        return round(self.x + place[0]), round(self.y + place[1])
+
+    def at(self, x, y):
+        """The screen pixel of a place in chord units."""
+        return self.screen(self.map.pixels((x, y)))
+
+    def in_editor(self, place):
+        """The same pixel as the editor counts it."""
+        return place[0] - self.x, place[1] - self.y
+
+    def visible(self, place, room):
+        """Whether a place in the editor lies below its fields and off its borders."""
+        x, y = place
+        return room < x < self.map.wr - room and 80 + room < y < self.map.H - room
+
+    def markers(self, picture):
+        for i, point in enumerate(map(self.drawing.seen, self.drawing.CP)):
+            if not self.visible(point, 10):
+                continue
+            x, y = self.screen(point)
+            white = picture.colours(x - 4, y - 4, 9, 9).count(WHITE)
+            if white < 8:
+                yield f"no marker of point {i} at {x},{y}"
+        if self.drawing.selected >= 0:
+            x, y = self.screen(self.drawing.seen(self.drawing.CP[self.drawing.selected]))
+            r, s = 9 * self.drawing.zoom, 6.4 * self.drawing.zoom
+            around = ((r, 0), (-r, 0), (0, r), (0, -r), (s, s), (s, -s), (-s, s), (-s, -s))
+            if sum(picture.near(x + i, y + j, RED) for i, j in around) < 6:
+                yield f"no ring around the selected point at {x},{y}"
+
+    def curve(self, picture):
+        # A single point's curve is no line.
+        samples = self.drawing.curve() if len(self.drawing.CP) > 1 else []
+        for j, point in enumerate(map(self.drawing.seen, samples)):
+            if j % 9 == 0 and self.visible(point, 3):
+                x, y = self.screen(point)
+                if not picture.near(x, y, RED):
+                    yield f"no curve at sample {j}, {x},{y}"
+
+    def no_drawing(self, picture):
+        x, y = self.at(0.0, 0.4)
+        if RED in picture.colours(x, y, self.map.L_T, self.map.L_T * 8 // 10):
+            yield "something red although nothing is drawn yet"
+
+    def openings(self, picture):
+        for percent in (self.drawing.startVent, self.drawing.endVent):
+            x, y = self.at(percent / 100.0, 0.0)
+            if not all(picture.near(x, y + below, DARK_BLUE) for below in (60, 120, 180)):
+                yield f"no opening line at {percent} per cent"
+
+    def grid(self, picture):
+        """The lines stand where the editor's real rectangle puts them, to the pixel."""
+        m, x, y = self.map, self.x, self.y
+        if not (picture.pixel(x + 3, y + m.yc) == BLACK != picture.pixel(x + 3, y + m.yc + 1)):
+            yield "the chord axis is not in the middle"
+        end = x + 2 * m.xc + m.L_T
+        if not (picture.pixel(end, y + m.yc) == BLACK != picture.pixel(end + 2, y + m.yc)):
+            yield "the chord axis does not end where it should"
+        place = float(m.xc)
+        for i in range(101):
+            last = x + int(place)
+            # The opening lines lie over the first tick.
+            if i and picture.pixel(last, y + m.yc + 8) != DARK_RED:
+                yield f"no tick {i} at {last}"
+            place += m.L_T / 100.0
+        dots = [j for j in range(self.desk.height) if picture.pixel(last, j) == DARK_RED]
+        if not dots or not (0 <= y + m.H - dots[-1] <= 2 and 0 <= dots[0] - y <= 2):
+            yield f"the grid spans {dots[:1]} to {dots[-1:]}, not {y} to {y + m.H}"
+        for k in range(-4, 5):
+            row = y + m.yc - k * (m.L_T // 10)
+            if not y <= row <= y + m.H:
+                continue
+            if picture.colours(x + m.xc + 30, row, m.L_T // 2, 1).count(DARK_RED) < m.L_T // 8:
+                yield f"no dotted line {k / 10} at row {row}"
+
+    def template(self, picture):
+        for i, point in enumerate(self.outline):
+            x, y = self.at(*point)
+            if 0.005 < point[0] < 0.995 and not picture.near(x, y, RED, 3):
+                yield f"no template point {i} at {x},{y}"
+        if not text_blocks(picture, self.x + 300, self.x + 700, self.y + 8, self.y + 24, 12):
+            yield "no status line of the template"
+        pane = picture.colours(self.desk.width - 140, self.y + 10, 120, 300)
+        if sum(max(pixel) < 110 for pixel in pane) < 1000:
+            yield "the table pane is not filled"
+
+    # Doing
+
+    def start(self):
+        self.desk.start(self.program)
+        window = self.desk.window("main")
+        screen = (0, 0, self.desk.width, self.desk.height)
+        wait_for(lambda: self.desk.geometry(window) == screen, "a window that fills the screen")
+        frame = self.desk.ask("xprop", "-id", window, "_NET_FRAME_EXTENTS")
+        if "= 0, 0, 0, 0" not in frame:
+            raise Failure(f"the window has a frame: {frame}")
+        width = self.desk.width - BESIDE_EDITOR
+        self.x = MARGIN
+        axis = MARGIN + section.Mapping(width, 1).xc
+
+        def top():
+            picture = self.desk.look()
+            rows = range(self.desk.height)
+            return next((y for y in rows if picture.pixel(axis, y) in (BLACK, DARK_RED)
+                         and picture.pixel(axis - 2, y) not in (BLACK, DARK_RED)), None)
+
+        self.rest()
+        self.y = wait_for(top, "the leading edge's axis")
+        self.map = section.Mapping(width, self.desk.height - MARGIN - self.y)
+        self.drawing = section.Drawing(self.map)
+        picture = self.desk.look_at_rest()
+        self.menus = text_blocks(picture, 0, 300, 4, self.y - 12, 10)
+        self.buttons = text_blocks(picture, self.x + 190, self.x + 471, self.y + 54, self.y + 73,
+                                   10)
+        if len(self.menus) != 3 or len(self.buttons) != 6:
+            raise Failure(f"menus at {self.menus}, buttons at {self.buttons}")
+
+    def main_menu(self, menu, entry, entries):
+        self.desk.click(self.menus[menu], 10)
+        self.desk.choose(entry, entries)
+
+    def menu(self, place, entry):
+        """Chooses an entry of the editor's own menu at a screen pixel."""
+        self.desk.click(*place, button=3)
+        self.desk.choose(entry, 7)
+
+    def button(self, index):
+        self.desk.click(self.buttons[index], self.y + 63)
+        self.rest()
+
+    def unlock(self):
+        """The release of the right button went to the menu: Return makes the editor listen."""
+        self.desk.key("Return")
+
+    def pick(self, index):
+        self.desk.click(*self.screen(self.drawing.seen(self.drawing.CP[index])))
+        self.drawing.selected = index
+
+    def append(self, x, y):
+        place = self.at(x, y)
+        self.menu(place, APPEND)
+        self.drawing.append(self.in_editor(place))
+        self.expect(f"appended-{len(self.drawing.CP)}", self.markers, self.curve)
+
+    def insert_at(self, x, y):
+        """Inserts after the selected point such that the new one comes to lie at (x, y)."""
+        goal = self.map.pixels((x, y))
+        after = self.drawing.CP[self.drawing.selected + 1]
+        place = self.screen((2 * goal[0] - after[0], 2 * goal[1] - after[1]))
+        self.menu(place, INSERT)
+        self.drawing.insert(self.in_editor(place))
+        self.unlock()
+
+    def drag_to(self, index, x, y, name=None):
+        start = self.screen(self.drawing.seen(self.drawing.CP[index]))
+        goal = self.at(x, y)
+        third = tuple(s + (g - s) // 3 for s, g in zip(start, goal))
+        halfway = (lambda: self.keep(name)) if name else None
+        # A drag sets the point's place; where it passes on its way must not matter.
+        self.desk.drag([start, third, goal] if name else [start, goal], halfway=halfway)
+        self.drawing.selected = index
+        self.drawing.drag(self.in_editor(goal))
+
+    def save(self, entry, name):
+        title = "Save Spline (.spl) (as...)" if entry == SAVE_SPLINE else "Save File (...as)"
+        self.main_menu(1, entry, 2)
+        self.desk.answer_dialog(title, name)
+        path = self.folder / name
+        wait_for(path.is_file, f"the file {name}")
+        shutil.copy(path, self.out)
+        return path
+
+    def save_and_check(self, name):
+        """Saves both files and compares them with the gestures and with each other."""
+        spline = self.save(SAVE_SPLINE, f"{name}.spl")
+        table = self.save(SAVE_TABLE, f"{name}.txt")
+        held, drawn = section.SplineFile(spline.read_bytes()), self.drawing
+        count = len(drawn.CP)
+        facts = {
+            "length": (held.size_error, 0),
+            "name": (held.name, str(spline)),
+            "counts": ((held.num_pnt, held.num_knt), (count, count + 3)),
+            "degree and order": ((held.degree, held.order), (2, 3)),
+            "knots": (held.knots[: count + 3], drawn.knots),
+            "openings": ((held.startVent, held.endVent), (drawn.startVent, drawn.endVent)),
+            "unused fields": ((set(held.rd_CP), held.L_T_S), ({(0.0, 0.0)}, 0.0)),
+        }
+        for fact, (found, expected) in facts.items():
+            if found != expected:
+                raise Failure(f"{spline.name}: {fact}: {found}, not {expected}")
+        for i, (found, expected) in enumerate(zip(held.CP, drawn.CP)):
+            if max(abs(f - e) for f, e in zip(found, expected)) > POINT_TOLERANCE:
+                raise Failure(f"{spline.name}: point {i} is {found}, not {expected}")
+        curve = [self.map.chord(point) for point in held.curve()]
+        if table.read_bytes() != section.table(str(table), curve):
+            raise Failure(f"{table.name} is not the table of the curve in {spline.name}")
+
+    def leave(self):
+        self.main_menu(0, EXIT, 3)
+        code, printed = self.desk.wait_for_end()
+        if code != 0 or printed:
+            raise Failure(f"the program ended with {code} and printed {printed!r}")
+
+    # The road
+
+    def open_template(self, path):
+        self.outline = read_outline(path)
+        self.main_menu(0, OPEN_TABLE, 3)
+        self.desk.answer_dialog("Open airfoil", path.name)
+        self.expect("template", self.template)
+
+    def draw_from_nothing(self):
+        for point in ((1.0, 0.0), (0.0, 0.07), (0.0, -0.06), (0.25, -0.08), (0.7, -0.03),
+                      (1.0, 0.0)):
+            self.append(*point)
+        self.unlock()
+        self.pick(1)
+        self.expect("picked", self.markers, self.curve)
+        self.insert_at(0.0, 0.04)
+        self.expect("inserted", self.markers, self.curve)
+        self.drag_to(1, 0.35, 0.12, "dragging")
+        self.expect("dragged", self.markers, self.curve)
+        self.desk.key("Up", "Up", "Up", "Left", "Left")
+        for dx, dy in ((0, -1), (0, -1), (0, -1), (-1, 0), (-1, 0)):
+            self.drawing.nudge(dx, dy)
+        self.expect("nudged", self.markers, self.curve)
+        self.pick(4)
+        self.insert_at(0.5, -0.12)
+        self.expect("inserted-below", self.markers, self.curve)
+        self.pick(5)
+        self.menu(self.at(0.5, 0.3), REMOVE)
+        self.drawing.remove()
+        self.unlock()
+        self.expect("removed", self.markers, self.curve)
+        self.pick(3)
+        self.menu(self.at(0.5, 0.3), SET_HULL)
+        self.drawing.sharpen()
+        self.unlock()
+        self.expect("set-hull", self.markers, self.curve)
+
+    def view(self):
+        self.desk.click(*self.at(0.5, 0.3), button=4, times=3)
+        self.drawing.zoom = 2.0 ** (3 * 120 / 1080.0)
+        self.expect("zoomed", self.markers, self.curve)
+        self.desk.drag([self.at(0.5, 0.0), self.at(0.45, 0.05), self.at(0.4, 0.1)], button=2)
+        self.drawing.pan = tuple(a - b for a, b in zip(self.at(0.4, 0.1), self.at(0.5, 0.0)))
+        self.expect("panned", self.markers, self.curve)
+        self.desk.click(*self.at(0.5, 0.3), times=2)
+        self.drawing.zoom, self.drawing.pan, self.drawing.selected = 1.0, (0.0, 0.0), -1
+        self.expect("double-clicked", self.markers, self.curve)
+
+    def targets_over_template(self):
+        """Control points such that the curve follows the template, x kept, in chord units."""
+        nose = min(range(len(self.outline)), key=lambda i: self.outline[i][0])
+        upper, lower = self.outline[: nose + 1], self.outline[nose:]
+        points = [self.map.chord(point) for point in self.drawing.CP]
+        for _ in range(60):
+            curve = section.sample(points, 2, self.drawing.knots)
+            for i in range(1, len(points) - 1):
+                middle = 0.5 * (self.drawing.knots[i + 1] + self.drawing.knots[i + 2])
+                x, y = curve[round(1000 * middle) - 1]
+                side = lower if i < len(points) // 2 else upper
+                points[i] = points[i][0], points[i][1] + 0.8 * (height_at(side, x) - y)
+        return points, upper, lower
+
+    def draw_over_template(self):
+        self.button(4)
+        self.drawing.symmetric()
+        self.expect("symmetric", self.markers, self.curve)
+        targets, upper, lower = self.targets_over_template()
+        for i in range(1, len(targets) - 1):
+            self.drag_to(i, *targets[i])
+            self.expect(f"over-template-{i}", self.markers, self.curve)
+        self.worst = max(
+            min(abs(height_at(side, x) - y) for side in (upper, lower))
+            for x, y in map(self.map.chord, self.drawing.curve()) if 0.02 < x < 0.98)
+        if self.worst > 0.01:
+            raise Failure(f"the curve is {self.worst} chords off the template")
+        for _ in range(2):
+            self.button(2)
+            self.drawing.rotate(1)
+        self.button(0)
+        self.drawing.thicken(1.0)
+        self.expect("rotated-thickened", self.markers, self.curve)
+        for y, text, leave in ((22, "12.5", "Tab"), (52, "30", "Return")):
+            self.desk.click(self.x + 75, self.y + y)
+            self.desk.key("ctrl+a")
+            self.desk.type(text)
+            self.desk.key(leave)
+        self.drawing.startVent, self.drawing.endVent = 12.5, 30.0
+        self.expect("openings", self.markers, self.curve, self.openings)
+
+    def reopen(self, spline, table):
+        """Opens a spline that was saved at another size: the same shape in chord units."""
+        held = section.SplineFile(spline.read_bytes())
+        self.main_menu(0, OPEN_SPLINE, 3)
+        self.desk.answer_dialog("Open airfoil spline (*.spl)", spline.name)
+        self.drawing.CP = list(held.CP[: held.num_pnt])
+        self.drawing.knots = held.knots[: held.num_knt]
+        self.drawing.startVent, self.drawing.endVent = held.startVent, held.endVent
+        self.drawing.settle()
+        self.expect("reopened", self.markers, self.curve, self.openings)
+        self.save_and_check("reopened")
+        old = section.table_rows(table.read_bytes())
+        new = section.table_rows((self.folder / "reopened.txt").read_bytes())
+        if len(old) != len(new):
+            raise Failure(f"{len(new)} rows after reopening, {len(old)} before")
+        off = max(abs(a - b) for row in zip(old, new) for a, b in zip(*row))
+        if off > 1.0001e-5:
+            raise Failure(f"reopening moved the curve by {off} chords")
+
+
+def play(arguments, out, home):
+    size = tuple(map(int, arguments.size.split("x")))
+    folder = home / FOLDER
+    folder.mkdir(parents=True)
+    template = pathlib.Path(shutil.copy(arguments.template, folder))
+    program = str(arguments.program.resolve())
+    with Desk(*size, home) as desk:
+        road = Road(desk, folder, out, program)
+        road.start()
+        road.expect("start", road.grid, road.no_drawing)
+        road.open_template(template)
+        road.draw_from_nothing()
+        road.view()
+        road.save_and_check("from-nothing")
+        road.draw_over_template()
+        road.save_and_check("over-template")
+        road.leave()
+        pictures, worst = road.pictures, road.worst
+    with Desk(*OTHER_SIZE[size], home) as desk:
+        road = Road(desk, folder, out, program)
+        road.pictures = pictures
+        road.start()
+        road.reopen(folder / "over-template.spl", folder / "over-template.txt")
+        road.leave()
+    print(f"{arguments.size}: {road.pictures} pictures, "
+          f"the curve follows the template to {worst:.4f} chords, files are exact")
+
+
+def main():
+    here = pathlib.Path(__file__).resolve().parent
+    parser = argparse.ArgumentParser(description="Plays a typical use of the editor.")
+    parser.add_argument("--program", type=pathlib.Path, required=True)
+    parser.add_argument("--size", choices=["%dx%d" % size for size in OTHER_SIZE], required=True)
+    parser.add_argument("--out", type=pathlib.Path, required=True,
+                        help="where pictures and saved files go; what is there is replaced")
+    parser.add_argument("--template", type=pathlib.Path,
+                        default=here.parent.parent / "samples" / "naca-4412-cambered.dat",
+                        help="a coordinate table from the trailing edge round to it")
+    arguments = parser.parse_args()
+    out = arguments.out.resolve()
+    shutil.rmtree(out, ignore_errors=True)
+    out.mkdir(parents=True)
+    with tempfile.TemporaryDirectory(prefix="aerolith home ") as home:
+        try:
+            play(arguments, out, pathlib.Path(home))
+        except Failure as failure:
+            print(f"{arguments.size}: {failure}\nPictures so far: {out}", file=sys.stderr)
+            return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
