@@ -256,7 +256,9 @@ class Road:
         # A drag sets the point's place; where it passes on its way must not matter.
         self.desk.drag([start, third, goal] if name else [start, goal], halfway=halfway)
         self.drawing.selected = index
-        self.drawing.drag(self.in_editor(goal))
+        # The pointer that stays on its pixel moves nothing, not even by a fraction of it.
+        if goal != start:
+            self.drawing.drag(self.in_editor(goal))
 
     def save(self, entry, name):
         title = "Save Spline (.spl) (as...)" if entry == SAVE_SPLINE else "Save File (...as)"
