@@ -21,16 +21,26 @@ constexpr qint64 most_pixels = qint64(16) << 20;
 // too many.
 constexpr qsizetype longest_path = 20'000;
 
-void draw_closed(QPainter* painter, const QPolygonF& outline) {
-    if (outline.size() <= longest_path) {
-        painter->drawPolygon(outline);
-        return;
-    }
-    for (qsizetype i = 0; i + 1 < outline.size(); i += longest_path) {
-        const qsizetype points = std::min(longest_path + 1, outline.size() - i);
+// Draws an outline in pieces. Each begins with the last line of the one before, so that every
+// corner has its join, and none ends in a cap of its own.
+void draw_in_pieces(QPainter* painter, QPolygonF outline) {
+    outline << outline[0] << outline[1];
+    const QPen pen = painter->pen();
+    QPen uncapped = pen;
+    uncapped.setCapStyle(Qt::FlatCap);
+    painter->setPen(uncapped);
+    for (qsizetype i = 0; i + 2 < outline.size(); i += longest_path - 2) {
+        const qsizetype points = std::min(longest_path, outline.size() - i);
         painter->drawPolyline(outline.constData() + i, int(points));
     }
-    painter->drawLine(outline.constLast(), outline.constFirst());
+    painter->setPen(pen);
+}
+
+void draw_closed(QPainter* painter, const QPolygonF& outline) {
+    if (outline.size() <= longest_path)
+        painter->drawPolygon(outline);
+    else
+        draw_in_pieces(painter, outline);
 }
 
 // Whether the painter's pixels are either drawn or not, so that an image can hold them.

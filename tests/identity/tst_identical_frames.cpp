@@ -4,14 +4,12 @@
 // AEROLITH_IDENTITY_BRIEF leaves out most zooms. AEROLITH_FRAMES names a folder for the
 // pictures that differ.
 #include "baseline/scene.h"
+#include "changes.h"
 #include "frames.h"
 
 #include <QApplication>
 #include <QRandomGenerator>
 #include <QTest>
-
-#include <cmath>
-#include <limits>
 
 using baseline::place_spline;
 using baseline::smooth_outline;
@@ -19,7 +17,6 @@ using baseline::smooth_outline;
 namespace {
 
 constexpr QSize window_size(560, 400);
-constexpr int template_points = 200;
 constexpr int default_walks = 3;
 constexpr int steps_of_a_walk = 100;
 
@@ -43,14 +40,13 @@ QString step_text(const char* what, int i) {
     return QStringLiteral("%1 %2").arg(QLatin1String(what)).arg(i);
 }
 
-// As a table may give it: leaps, points far away and some that are no numbers.
-QPolygonF damaged_outline() {
-    QPolygonF outline = smooth_outline(60, 0.2);
-    outline[7] = QPointF(std::numeric_limits<double>::quiet_NaN(), 0.1);
-    outline[20] = QPointF(0.3, std::numeric_limits<double>::infinity());
-    outline[33] = QPointF(1e9, 0.0);
-    outline[40] = QPointF(-0.4, 0.9);
-    outline << outline.first();
+// So long that it is drawn in pieces. It begins at a sharp tooth, and the first piece ends
+// among others.
+QPolygonF toothed_outline() {
+    QPolygonF outline = {{0.9, -0.25}, {0.91, -0.2}};
+    outline << smooth_outline(19'950, 0.12);
+    for (int i = 0; i < 100; ++i)
+        outline << QPointF(0.05 + 0.009 * i, i % 2 == 0 ? 0.15 : 0.2);
     return outline;
 }
 
@@ -94,121 +90,6 @@ void add_views() {
         QTest::addRow("zoom-%g-dense", zoom) << zoom << QStringLiteral("dense") << true;
 }
 
-// One input of the picture, changed from a state that was painted several times.
-using Change = void (*)(FramePair&);
-
-struct NamedChange {
-    const char* name;
-    Change change;
-};
-
-const NamedChange changes[] = {
-    {"template", [](FramePair& f) { f.editor.p->baseAirfoil = smooth_outline(150, 0.2); }},
-    {"template-of-the-same-size",
-     [](FramePair& f) { f.editor.p->baseAirfoil = smooth_outline(template_points, 0.121); }},
-    {"template-in-the-same-memory",
-     [](FramePair& f) {
-         f.editor.p->baseAirfoil.clear();
-         f.editor.p->baseAirfoil = smooth_outline(template_points, 0.16);
-     }},
-    {"one-point-of-the-template",
-     [](FramePair& f) {
-         if (!f.editor.p->baseAirfoil.isEmpty())
-             f.editor.p->baseAirfoil[f.editor.p->baseAirfoil.size() / 2].ry() += 0.05;
-     }},
-    {"template-gone", [](FramePair& f) { f.editor.p->baseAirfoil.clear(); }},
-    {"template-damaged", [](FramePair& f) { f.editor.p->baseAirfoil = damaged_outline(); }},
-    {"name-of-the-template",
-     [](FramePair& f) { f.editor.p->baseAirfoilName = QStringLiteral("other %1.dat"); }},
-    {"name-of-the-spline",
-     [](FramePair& f) { f.editor.p->spline.airfoilName = QStringLiteral("/a/b.c.spl"); }},
-    {"start-of-the-opening", [](FramePair& f) { f.editor.p->spline.startVent = 12.5; }},
-    {"end-of-the-opening", [](FramePair& f) { f.editor.p->spline.endVent = 77.0; }},
-    {"opening-nowhere",
-     [](FramePair& f) { f.editor.p->spline.endVent = std::numeric_limits<double>::infinity(); }},
-    {"zoom-up", [](FramePair& f) { f.editor.f_scale *= 1.3; }},
-    {"zoom-down", [](FramePair& f) { f.editor.f_scale *= 0.6; }},
-    {"zoom-by-one-bit",
-     [](FramePair& f) { f.editor.f_scale = std::nextafter(f.editor.f_scale, 4.0); }},
-    {"pan-x", [](FramePair& f) { f.editor.p_D.rx() += 17.0; }},
-    {"pan-y", [](FramePair& f) { f.editor.p_D.ry() -= 9.0; }},
-    {"pan-x-by-half-a-pixel", [](FramePair& f) { f.editor.p_D.rx() += 0.5; }},
-    {"pan-y-by-half-a-pixel", [](FramePair& f) { f.editor.p_D.ry() += 0.5; }},
-    {"pan-by-parts-of-a-pixel", [](FramePair& f) { f.editor.p_D += QPointF(0.5, 0.25); }},
-    {"pan-out-of-sight", [](FramePair& f) { f.editor.p_D += QPointF(5000.0, 0.0); }},
-    {"size",
-     [](FramePair& f) {
-         f.editor.resize(500, 380);
-         f.editor.Init_widget();
-         place_spline(f.editor, 12);
-     }},
-    {"height-only",
-     [](FramePair& f) {
-         f.editor.resize(f.editor.width(), 381);
-         f.editor.Init_widget();
-         place_spline(f.editor, 12);
-     }},
-    {"width-without-a-new-mapping", [](FramePair& f) { f.editor.resize(500, f.editor.height()); }},
-    {"height-without-a-new-mapping", [](FramePair& f) { f.editor.resize(f.editor.width(), 370); }},
-    {"size-without-a-new-mapping", [](FramePair& f) { f.editor.resize(500, 380); }},
-    {"mapping-without-a-new-size", [](FramePair& f) { f.editor.xc += 10; }},
-    {"chord", [](FramePair& f) { f.editor.L_T -= 10; }},
-    {"chord-line", [](FramePair& f) { f.editor.yc += 7; }},
-    {"palette",
-     [](FramePair& f) {
-         QPalette palette = f.editor.palette();
-         palette.setColor(QPalette::WindowText, Qt::darkGreen);
-         palette.setColor(QPalette::Window, Qt::yellow);
-         f.editor.setPalette(palette);
-     }},
-    {"text-colour",
-     [](FramePair& f) {
-         QPalette palette = f.editor.palette();
-         palette.setColor(QPalette::WindowText, Qt::magenta);
-         f.editor.setPalette(palette);
-     }},
-    {"style-sheet",
-     [](FramePair& f) {
-         f.editor.setStyleSheet(
-             QStringLiteral("background-color: rgb(243, 159, 225); color: rgb(10, 90, 40);"));
-     }},
-    {"disabled",
-     [](FramePair& f) {
-         f.editor.setEnabled(false);
-         f.plain.setEnabled(false);
-     }},
-    {"font",
-     [](FramePair& f) {
-         QFont font = f.editor.font();
-         font.setPointSize(font.pointSize() + 5);
-         font.setItalic(true);
-         f.editor.setFont(font);
-     }},
-    {"direction-of-reading", [](FramePair& f) { f.editor.setLayoutDirection(Qt::RightToLeft); }},
-    {"selection", [](FramePair& f) { f.editor.pnt_selected = 5; }},
-    {"control-point", [](FramePair& f) { f.editor.p->spline.CP[4] += QPointF(3.0, 11.0); }},
-    {"control-point-far-away", [](FramePair& f) { f.editor.p->spline.CP[4] = QPointF(1e9, -1e9); }},
-    {"control-point-no-number",
-     [](FramePair& f) {
-         f.editor.p->spline.CP[4].rx() = std::numeric_limits<double>::quiet_NaN();
-     }},
-    {"number-of-points", [](FramePair& f) { place_spline(f.editor, 9); }},
-    {"no-points", [](FramePair& f) { f.editor.p->spline.num_pnt = 0; }},
-    {"sharpened",
-     [](FramePair& f) {
-         f.editor.pnt_selected = 6;
-         f.editor.Toggle_Conic_Control();
-     }},
-    {"hidden-and-shown",
-     [](FramePair& f) {
-         f.editor.hide();
-         f.editor.p->baseAirfoil = smooth_outline(template_points, 0.18);
-         f.editor.show();
-         QVERIFY(QTest::qWaitForWindowExposed(&f.editor));
-     }},
-    {"nothing", [](FramePair&) {}},
-};
-
 } // namespace
 
 class tst_identical_frames : public QObject {
@@ -226,6 +107,8 @@ private slots:
     void one_input_changes_data();
     void one_input_changes();
     void parts_of_the_window();
+    void long_outlines_data();
+    void long_outlines();
     void grabbed_parts_data();
     void grabbed_parts();
     void pixel_ratios_in_turns_data();
@@ -380,8 +263,8 @@ void tst_identical_frames::one_input_changes_data() {
     QTest::addColumn<int>("change");
 
     for (const double zoom : zooms({0.7, 1.0, 2.2}, {1.0})) {
-        for (int i = 0; i < int(std::size(changes)); ++i)
-            QTest::addRow("%s-at-%g", changes[i].name, zoom) << zoom << i;
+        for (int i = 0; i < int(changes().size()); ++i)
+            QTest::addRow("%s-at-%g", changes()[size_t(i)].name, zoom) << zoom << i;
     }
 }
 
@@ -399,7 +282,7 @@ void tst_identical_frames::one_input_changes() {
         COMPARE_FRAMES(pair, step_text("before", i));
     }
     const double shown_zoom = pair.editor.f_scale;
-    changes[change].change(pair);
+    changes()[size_t(change)].change(pair);
     for (int i = 0; i < 4; ++i) {
         pair.editor.repaint();
         COMPARE_FRAMES(pair, step_text("after", i));
@@ -433,6 +316,34 @@ void tst_identical_frames::parts_of_the_window() {
         COMPARE_FRAMES(pair, QStringLiteral("halves at %1").arg(zoom));
         pair.editor.repaint();
         COMPARE_FRAMES(pair, QStringLiteral("all at %1").arg(zoom));
+    }
+}
+
+void tst_identical_frames::long_outlines_data() {
+    QTest::addColumn<double>("zoom");
+    QTest::addColumn<QPointF>("place");
+
+    for (const double zoom : {0.6, 1.0, 4.0}) {
+        QTest::addRow("teeth-at-%g", zoom) << zoom << QPointF(0.5, 0.18);
+        QTest::addRow("first-point-at-%g", zoom) << zoom << QPointF(0.9, -0.25);
+    }
+}
+
+void tst_identical_frames::long_outlines() {
+    QFETCH(double, zoom);
+    QFETCH(QPointF, place); // chord units
+
+    FramePair pair(window_size);
+    QVERIFY(pair.show());
+    place_spline(pair.editor, 12);
+    pair.editor.p->baseAirfoil = toothed_outline();
+    const EditSpline& editor = pair.editor;
+    const QPointF pixel(editor.xc + place.x() * editor.L_T, editor.yc - place.y() * editor.L_T);
+    const QPointF pan = QPointF(280.0, 200.0) - zoom * pixel;
+    set_view(pair, zoom, pan.toPoint());
+    for (int i = 0; i < 3; ++i) {
+        pair.editor.repaint();
+        COMPARE_FRAMES(pair, step_text("paint", i));
     }
 }
 
@@ -535,8 +446,8 @@ void tst_identical_frames::random_walks() {
             pair.editor.repaint(QRect(random.bounded(300), random.bounded(200), 250, 250));
             pair.editor.repaint();
         } else {
-            const int change = random.bounded(int(std::size(changes)));
-            changes[change].change(pair);
+            const int change = random.bounded(int(changes().size()));
+            changes()[size_t(change)].change(pair);
             pair.editor.repaint();
         }
         COMPARE_FRAMES(pair, step_text("step", i));
