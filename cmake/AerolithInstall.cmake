@@ -8,7 +8,10 @@ install(FILES share/metainfo/org.kavrund.Aerolith.metainfo.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES share/mime/packages/org.kavrund.Aerolith.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
-install(FILES share/copyright DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES share/copyright docs/user-guide.md docs/file-formats.md docs/read_spline.py
+  DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES docs/images/template.png docs/images/symmetric.png docs/images/nose.png
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/images)
 install(FILES share/lintian-overrides
   DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME aerolith)
 install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
@@ -18,15 +21,20 @@ function(aerolith_install_compressed source target folder)
   set(compressed "${PROJECT_BINARY_DIR}/share/${target}")
   file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/share")
   add_custom_command(OUTPUT "${compressed}"
-    COMMAND sh -c "'${GZIP_PROGRAM}' -9nc '${PROJECT_SOURCE_DIR}/${source}' > '${compressed}'"
+    COMMAND sh -c "\"$0\" -9nc \"$1\" > \"$2\""
+      "${GZIP_PROGRAM}" "${PROJECT_SOURCE_DIR}/${source}" "${compressed}"
     DEPENDS "${PROJECT_SOURCE_DIR}/${source}" VERBATIM)
-  add_custom_target(compressed_${target} ALL DEPENDS "${compressed}")
+  add_custom_target(compressed_${target} DEPENDS "${compressed}")
+  # The program alone can be installed too.
+  add_dependencies(aerolith compressed_${target})
   install(FILES "${compressed}" DESTINATION ${folder})
 endfunction()
 aerolith_install_compressed(share/man/aerolith.1 aerolith.1.gz ${CMAKE_INSTALL_MANDIR}/man1)
 aerolith_install_compressed(share/changelog changelog.gz ${CMAKE_INSTALL_DOCDIR})
 
 set(CPACK_GENERATOR DEB)
+set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}")
+set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_LIST_DIR}/AerolithPackage.cmake")
 set(CPACK_PACKAGE_VENDOR "Aerolith developers")
 set(CPACK_PACKAGE_CONTACT "Aerolith developers <aerolith@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION "Aerolith shows a table of airfoil coordinates as a template, over which a

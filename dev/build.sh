@@ -4,11 +4,12 @@
 
 # configured <folder>: true for a folder that was configured from here.
 configured() {
+    # CMake writes down the path without links.
     [[ -f $1/build.ninja ]] &&
-        grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$PWD" "$1/CMakeCache.txt"
+        grep -qxF "CMAKE_HOME_DIRECTORY:INTERNAL=$(pwd -P)" "$1/CMakeCache.txt"
 }
 
-# configure <folder> [<cmake argument>...]
+# configure <folder> <cmake argument>...
 configure() {
     local folder=$1
     shift
@@ -16,7 +17,7 @@ configure() {
     local fresh=()
     configured "$folder" || fresh=(--fresh)
     if command -v ccache >/dev/null; then
-        export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$PWD} CCACHE_NOHASHDIR=1
+        export CCACHE_BASEDIR=${CCACHE_BASEDIR:-$(pwd -P)} CCACHE_NOHASHDIR=1
         set -- -DCMAKE_CXX_COMPILER_LAUNCHER=ccache "$@"
     fi
     cmake "${fresh[@]}" -S . -B "$folder" -G Ninja "$@"

@@ -3,6 +3,7 @@
 # Checks every file of the tree for what no compiler refuses. Prints each offence and fails.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
+dev/install_packages.sh style
 
 failed=0
 complain() {
@@ -64,11 +65,10 @@ done
 if [[ ${#sources[@]} -gt 0 ]]; then
     clang-format-14 --dry-run --Werror "${sources[@]}" || complain "not formatted: dev/format.sh"
 fi
-if command -v shellcheck >/dev/null; then
-    shellcheck "${scripts[@]}" || complain "shellcheck"
-else
-    echo "style: shellcheck is not installed, scripts were not checked" >&2
-fi
+shellcheck "${scripts[@]}" || complain "shellcheck"
+desktop-file-validate share/applications/*.desktop || complain "desktop-file-validate"
+appstreamcli validate --no-net share/metainfo/*.xml || complain "appstreamcli"
+xmllint --noout share/mime/packages/*.xml || complain "xmllint"
 
 [[ $failed -eq 0 ]] || exit 1
 echo "style: ${#everything[@]} files are clean"

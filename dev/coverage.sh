@@ -6,15 +6,13 @@ set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
 percent=${1:-97}
 shift $(($# > 0))
-command -v gcovr >/dev/null || {
-    echo "coverage: gcovr is not installed" >&2
-    exit 1
-}
 
+dev/install_packages.sh coverage
+# shellcheck source=dev/build.sh
 . dev/build.sh
 build=build/coverage
 layers=(numerics document airfoil editor app)
-configure "$build" -DCMAKE_BUILD_TYPE=Debug -DAEROLITH_BUILD_TESTS=ON -DAEROLITH_COVERAGE=ON
+configure "$build" --preset coverage -DAEROLITH_BUILD_TESTS=ON
 cmake --build "$build"
 # Counts of an earlier run would be added to those of this one.
 find "$build" -name '*.gcda' -delete

@@ -1,7 +1,6 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: Aerolith developers
-# Installs the Debian packages of the named groups (build, window, bench, test, package, ci)
-# that are missing.
+# Installs the Debian packages of the named groups that are missing: install_packages.sh <group>...
 # With all of them there it asks neither the network nor for rights.
 set -euo pipefail
 
@@ -13,10 +12,15 @@ wayland=(qt6-wayland)
 # Benchmarks: the other reader of long tables.
 bench=("${build[@]}" python3-numpy)
 test=("${build[@]}" "${window[@]}")
-ci=("${test[@]}" clang-14 clang-format-14 clang-tidy-14 git libclang-rt-14-dev llvm-14 shellcheck)
-
-package=("${build[@]}" appstream debootstrap desktop-file-utils dpkg-dev fakeroot imagemagick
-    libxml2-utils lintian man-db)
+coverage=("${test[@]}" gcovr)
+icons=(librsvg2-bin)
+style=(appstream clang-format-14 desktop-file-utils git libxml2-utils shellcheck)
+tidy=(clang-tidy-14 git)
+ci=("${test[@]}" "${style[@]}" "${tidy[@]}" clang-14 libclang-rt-14-dev llvm-14)
+# What makes the package; the other tools check it.
+deb=("${build[@]}" dpkg-dev file)
+package=("${deb[@]}" appstream debootstrap desktop-file-utils fakeroot imagemagick libxml2-utils
+    lintian man-db)
 
 wanted=()
 for group in "$@"; do
@@ -26,8 +30,13 @@ for group in "$@"; do
     wayland) wanted+=("${wayland[@]}") ;;
     bench) wanted+=("${bench[@]}") ;;
     test) wanted+=("${test[@]}") ;;
-    package) wanted+=("${package[@]}") ;;
+    coverage) wanted+=("${coverage[@]}") ;;
+    icons) wanted+=("${icons[@]}") ;;
+    style) wanted+=("${style[@]}") ;;
+    tidy) wanted+=("${tidy[@]}") ;;
     ci) wanted+=("${ci[@]}") ;;
+    deb) wanted+=("${deb[@]}") ;;
+    package) wanted+=("${package[@]}") ;;
     *)
         echo "$0: unknown group '$group'" >&2
         exit 2
