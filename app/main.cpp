@@ -7,6 +7,8 @@
 
 int main(int argc, char* argv[]) {
     QApplication application(argc, argv);
+    // Desktops find the program's icon by this name.
+    QGuiApplication::setDesktopFileName(QStringLiteral("org.kavrund.Aerolith"));
     MainWindow window;
     // Without a window manager nobody enlarges a maximised window.
     window.resize(application.primaryScreen()->availableGeometry().size());

@@ -32,6 +32,7 @@ struct Seen {
     bool mapping_is_right = false;
     int points = -1;
     QString title;
+    QString desktop_file;
 };
 
 Seen seen;
@@ -50,6 +51,7 @@ void look_and_exit() {
         seen.mapping_is_right = window->spline_widget->MyRect == window->spline_widget->rect();
         seen.points = window->p->spline.num_pnt;
         seen.title = window->windowTitle();
+        seen.desktop_file = QGuiApplication::desktopFileName();
         QTimer::singleShot(0, window->actionExit, &QAction::trigger);
     }
     QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(99); });
@@ -90,6 +92,7 @@ void tst_main::start_to_exit() {
     QVERIFY(seen.mapping_is_right);
     QCOMPARE(seen.points, 0);
     QCOMPARE(seen.title, QStringLiteral("Aerolith"));
+    QCOMPARE(seen.desktop_file, QStringLiteral("org.kavrund.Aerolith"));
 }
 
 // The program makes the application object itself.
