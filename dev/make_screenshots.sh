@@ -7,7 +7,7 @@ cd "$(dirname "$0")/.."
 dev/install_packages.sh test
 # shellcheck source=dev/build.sh
 . dev/build.sh
-configured build/release || configure build/release -DCMAKE_BUILD_TYPE=Release
+configured build/release || configure build/release --preset release
 cmake --build build/release --target aerolith
 
 out=$(mktemp -d)
@@ -21,4 +21,4 @@ take() {
 take template template
 take symmetric symmetric
 take zoomed nose
-take openings section
+take section section

@@ -4,6 +4,7 @@
 # another window size, and compares what is seen and saved with what must come of the gestures.
 import argparse
 import pathlib
+import re
 import shutil
 import sys
 import tempfile
@@ -20,6 +21,9 @@ FOLDER = "Desktop/Kavrund/Airfoils"
 OPEN_TABLE, OPEN_SPLINE, EXIT = 0, 1, 2
 SAVE_TABLE, SAVE_SPLINE = 0, 1
 APPEND, INSERT, REMOVE, SET_HULL = 2, 3, 4, 6
+DESKTOP_FILE = (pathlib.Path(__file__).resolve().parents[2] /
+                "share/applications/org.kavrund.Aerolith.desktop")
+WINDOW_CLASS = re.search(r"^StartupWMClass=(.*)$", DESKTOP_FILE.read_text(), re.M).group(1)
 # Beyond rounding the program's points and ours differ by nothing; a wrong gesture costs pixels.
 POINT_TOLERANCE = 0.01
 
@@ -191,6 +195,10 @@ class Road:
         frame = self.desk.ask("xprop", "-id", window, "_NET_FRAME_EXTENTS")
         if "= 0, 0, 0, 0" not in frame:
             raise Failure(f"the window has a frame: {frame}")
+        # Task bars look for the desktop file by it.
+        name = self.desk.ask("xprop", "-id", window, "WM_CLASS")
+        if f'= "{WINDOW_CLASS}",' not in name:
+            raise Failure(f"{DESKTOP_FILE.name} names {WINDOW_CLASS!r}, the window has {name}")
         width = self.desk.width - BESIDE_EDITOR
         self.x = MARGIN
         axis = MARGIN + section.Mapping(width, 1).xc
@@ -232,6 +240,10 @@ class Road:
     def pick(self, index):
         self.desk.click(*self.screen(self.drawing.seen(self.drawing.CP[index])))
         self.drawing.selected = index
+
+    def unselect(self):
+        self.desk.click(*self.at(0.5, 0.3))
+        self.drawing.selected = -1
 
     def append(self, x, y):
         place = self.at(x, y)
@@ -375,12 +387,6 @@ class Road:
             for x, y in map(self.map.chord, self.drawing.curve()) if 0.02 < x < 0.98)
         if self.worst > 0.01:
             raise Failure(f"the curve is {self.worst} chords off the template")
-        for _ in range(2):
-            self.button(2)
-            self.drawing.rotate(1)
-        self.button(0)
-        self.drawing.thicken(1.0)
-        self.expect("rotated-thickened", self.markers, self.curve)
         for y, text, leave in ((22, "12.5", "Tab"), (52, "30", "Return")):
             self.desk.click(self.x + 75, self.y + y)
             self.desk.key("ctrl+a")
@@ -388,6 +394,14 @@ class Road:
             self.desk.key(leave)
         self.drawing.startVent, self.drawing.endVent = 12.5, 30.0
         self.expect("openings", self.markers, self.curve, self.openings)
+
+    def turn_and_thicken(self):
+        for _ in range(2):
+            self.button(2)
+            self.drawing.rotate(1)
+        self.button(0)
+        self.drawing.thicken(1.0)
+        self.expect("turned-thickened", self.markers, self.curve, self.openings)
 
     def reopen(self, spline, table):
         """Opens a spline that was saved at another size: the same shape in chord units."""
@@ -425,13 +439,17 @@ def play(arguments, out, home):
         road.save_and_check("from-nothing")
         road.draw_over_template()
         road.save_and_check("over-template")
+        road.unselect()
+        road.expect("section", road.markers, road.curve, road.openings)
+        road.turn_and_thicken()
+        road.save_and_check("turned")
         road.leave()
         pictures, worst = road.pictures, road.worst
     with Desk(*OTHER_SIZE[size], home) as desk:
         road = Road(desk, folder, out, program)
         road.pictures = pictures
         road.start()
-        road.reopen(folder / "over-template.spl", folder / "over-template.txt")
+        road.reopen(folder / "turned.spl", folder / "turned.txt")
         road.leave()
     print(f"{arguments.size}: {road.pictures} pictures, "
           f"the curve follows the template to {worst:.4f} chords, files are exact")
