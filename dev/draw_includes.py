@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
 # Draws which folder's sources include which folder's headers, as the build saw it.
-# Usage: draw_includes.py BUILD-FOLDER PICTURE.svg
+# Usage: draw_includes.py [--check] BUILD-FOLDER PICTURE.svg
+# With --check it fails when the picture is another one, and leaves it.
 import re
 import subprocess
 import sys
@@ -66,14 +67,19 @@ def drawing(counts):
 
 
 def main():
-    build, picture = sys.argv[1:]
+    *check, build, picture = sys.argv[1:]
     counts = includes(build)
     if not counts:
         sys.exit("The build has no dependencies: build it first.")
     for (user, used), count in sorted(counts.items()):
         print(f"{user} -> {used}: {count}")
-    with open(picture, "w", encoding="utf-8") as file:
-        file.write(drawing(counts))
+    if check == ["--check"]:
+        with open(picture, encoding="utf-8") as file:
+            if file.read() != drawing(counts):
+                sys.exit(f"Out of date: dev/draw_includes.py {build} {picture}")
+    else:
+        with open(picture, "w", encoding="utf-8") as file:
+            file.write(drawing(counts))
     upwards = [pair for pair in counts if LAYERS.index(pair[1]) < LAYERS.index(pair[0])]
     sys.exit(f"Includes against the layers: {upwards}" if upwards else 0)
 

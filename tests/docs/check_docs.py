@@ -1,55 +1,142 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Checks that the documents say what the files hold. Usage: check_docs.py SOURCE-FOLDER
+# Checks that the documents say what the files and the window hold.
+# Usage: check_docs.py SOURCE-FOLDER
 import re
+import struct
 import subprocess
 import sys
+from fractions import Fraction
 from pathlib import Path
 
 sources = Path(sys.argv[1])
-spline = (sources / "samples/symmetric.spl").read_bytes()
-document = (sources / "docs/file-formats.md").read_text(encoding="utf-8")
 problems = []
 
-blocks = re.findall(r"```hex *(\d*)\n(.*?)```", document, re.DOTALL)
-if len(blocks) != 2:
-    problems.append(f"{len(blocks)} hex blocks, not 2")
-for offset, text in blocks:
-    pairs = [re.match(r"(?:[0-9a-f]{2} ?)+", line).group() for line in text.splitlines()]
-    shown = bytes.fromhex("".join(pairs))
-    begin = int(offset or 0)
-    if spline[begin : begin + len(shown)] != shown:
-        problems.append(f"the hex block at {begin} is not what the sample holds")
 
-reader = [sys.executable, str(sources / "docs/read_spline.py")]
-printed = subprocess.run(
-    reader + [str(sources / "samples/symmetric.spl")], capture_output=True, text=True, check=True
-).stdout.splitlines()
-expected = [
-    "name    'symmetric.spl'",
-    "degree  2 (order 3)",
-    "knots   0 0.0833333 0.166667 0.25 0.333333 0.416667 0.5 0.583333 0.666667 0.75 0.833333 "
-    "0.916667 1",
-    "point    0    921.000    383.000",
-    "point    1    675.300    403.475",
-    "point    2    347.700    440.330",
-    "point    3    142.950    448.520",
-    "point    4    102.000    391.190",
-    "point    5    102.000    374.810",
-    "point    6    142.950    317.480",
-    "point    7    347.700    325.670",
-    "point    8    675.300    362.525",
-    "point    9    921.000    383.000",
-    "opening 0 % to 0 %",
-]
-if printed != expected:
-    problems.append("read_spline.py prints\n" + "\n".join(printed))
+def read(name):
+    return (sources / name).read_text(encoding="utf-8")
 
-# Links of the documents lead to files.
-for page in [*sources.glob("*.md"), *(sources / "docs").glob("*.md")]:
-    for target in re.findall(r"\]\(([^)#]+)[^)]*\)", page.read_text(encoding="utf-8")):
-        if "://" not in target and not (page.parent / target).exists():
-            problems.append(f"{page.name}: no file {target}")
 
+def check_note(held, note, where):
+    """A note beside bytes in hex tells their value."""
+    if note.startswith('"'):
+        right = held.decode("utf-16-be") == note.strip('"')
+    elif len(held) == 8 and ": " in note:
+        right = struct.unpack(">d", held)[0] == float(Fraction(note.split(": ")[1]))
+    elif len(held) == 4 and re.search(r"\d", note):
+        right = struct.unpack(">i", held)[0] == int(re.search(r"\d+", note).group())
+    else:
+        right = not any(held)
+    if not right:
+        problems.append(f"{where}: {held.hex(' ')} is not: {note or 'zeros'}")
+
+
+def check_hex_blocks():
+    spline = (sources / "samples/symmetric.spl").read_bytes()
+    blocks = re.findall(r"```hex *(\d*)\n(.*?)```", read("docs/file-formats.md"), re.DOTALL)
+    if len(blocks) != 2:
+        problems.append(f"{len(blocks)} hex blocks, not 2")
+    for offset, text in blocks:
+        at = int(offset or 0)
+        for line in text.splitlines():
+            pairs = re.match(r"(?:[0-9a-f]{2} ?)+", line).group()
+            shown, note = bytes.fromhex(pairs), line[len(pairs):].strip()
+            if spline[at : at + len(shown)] != shown:
+                problems.append(f"the hex block at {offset or 0} is not what the sample holds")
+            check_note(shown, note, "file-formats.md")
+            at += len(shown)
+
+
+def check_reader():
+    reader = [sys.executable, str(sources / "docs/read_spline.py")]
+    printed = subprocess.run(
+        reader + [str(sources / "samples/symmetric.spl")], capture_output=True, text=True,
+        check=True).stdout.splitlines()
+    expected = [
+        "name    'symmetric.spl'",
+        "degree  2 (order 3)",
+        "knots   0 0.0833333 0.166667 0.25 0.333333 0.416667 0.5 0.583333 0.666667 0.75 0.833333 "
+        "0.916667 1",
+        "point    0    921.000    383.000",
+        "point    1    675.300    403.475",
+        "point    2    347.700    440.330",
+        "point    3    142.950    448.520",
+        "point    4    102.000    391.190",
+        "point    5    102.000    374.810",
+        "point    6    142.950    317.480",
+        "point    7    347.700    325.670",
+        "point    8    675.300    362.525",
+        "point    9    921.000    383.000",
+        "opening 0 % to 0 %",
+    ]
+    if printed != expected:
+        problems.append("read_spline.py prints\n" + "\n".join(printed))
+
+
+def check_links_and_paths():
+    """Links lead to files, and so do paths of the tree in backticks."""
+    folders = {entry.name for entry in sources.iterdir() if entry.is_dir()} - {"build"}
+    pages = [*sources.glob("*.md"), *sources.glob("*/*.md")]
+    for page in pages:
+        if page.parent.name == "build":
+            continue
+        text = page.read_text(encoding="utf-8")
+        for target in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
+            if "://" not in target and not (page.parent / target).exists():
+                problems.append(f"{page.name}: no file {target}")
+        for path in re.findall(r"`([\w.-]+(?:/[\w.-]+)+/?)`", text):
+            if path.split("/")[0] in folders and not (sources / path).exists():
+                if not (page.parent / path).exists():
+                    problems.append(f"{page.name}: no {path}")
+
+
+def window_texts():
+    """The texts of the form and of the drawing area's menu, with and without a remark at the end."""
+    form = re.findall(r"<string[^>]*>([^<]*)</string>", read("app/mainwindow.ui"))
+    menu = re.findall(r'addAction\(tr\("([^"]*)"\)\)', read("editor/editspline_events.cpp"))
+    texts = {text.strip() for text in form + menu}
+    return texts | {re.sub(r" \([^()]*\)$", "", text) for text in texts}
+
+
+def check_bold_texts():
+    texts = window_texts()
+    for name in ("README.md", "docs/user-guide.md"):
+        found = re.findall(r"\*\*(.+?)\*\*", read(name), re.DOTALL)
+        if len(found) < 10:
+            problems.append(f"{name}: only {len(found)} texts in bold")
+        for bold in found:
+            for part in " ".join(bold.split()).split(" → "):
+                if part not in texts:
+                    problems.append(f"{name}: the window has no text {part!r}")
+
+
+def check_release():
+    """Version and day stand in several files."""
+    version = re.search(r"project\(aerolith VERSION ([\d.]+)", read("CMakeLists.txt")).group(1)
+    news = re.search(r"^## (\S+) - (\S+)$", read("CHANGELOG.md"), re.MULTILINE)
+    metainfo = re.search(r'<release version="([^"]*)" date="([^"]*)"',
+                         read("share/metainfo/org.kavrund.Aerolith.metainfo.xml"))
+    window = read("app/mainwindow.cpp")
+    versions = {
+        "CHANGELOG.md": news.group(1),
+        "share/changelog": re.match(r"aerolith \(([^)]*)\)", read("share/changelog")).group(1),
+        "the AppStream file": metainfo.group(1),
+        "the man page": re.search(r'"Aerolith ([^"]*)"', read("share/man/aerolith.1")).group(1),
+    }
+    for where, found in versions.items():
+        if found != version:
+            problems.append(f"{where}: version {found}, not {version}")
+    for found in re.findall(r"Aerolith ver[ .]([\d.]+)", window):
+        if not f"{version}.".startswith(f"{found}."):
+            problems.append(f"the About box: version {found}, not {version}")
+    if metainfo.group(2) != news.group(2):
+        problems.append(f"the AppStream file: {metainfo.group(2)}, not {news.group(2)}")
+
+
+check_hex_blocks()
+check_reader()
+check_links_and_paths()
+check_bold_texts()
+check_release()
 print("\n".join(problems) or "The documents are right.")
 sys.exit(1 if problems else 0)
