@@ -25,9 +25,9 @@ class QTextEdit;
 QPolygonF airfoil_Read(QString fileName);
 
 /// The outline of a coordinate table in file units. The layout is told from the
-/// number of decimal points in the third numeric line: 2 for one continuous
-/// outline, 3 for the columns x, upper y, lower y; a two-column table whose first
-/// values are >= 1, <= 0 and > 0 is a half contour below a header row.
+/// number of decimal points in the third numeric line: 1 for a half contour below a
+/// header row, 2 for one continuous outline, 3 for the columns x, upper y, lower y; a
+/// two-column table whose first values are >= 1, <= 0 and > 0 is a half contour too.
 /// @return empty when the file cannot be read or its layout is not recognised
 QPolygonF airfoil_Read_All(QString fileName);
 

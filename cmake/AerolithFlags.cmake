@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: Aerolith developers
 # Flags of every target. Numbers must not depend on the processor: without
 # -ffp-contract=off a compiler may fuse a multiplication with an addition and
 # another machine would get other last bits.

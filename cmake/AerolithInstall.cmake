@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: Aerolith developers
 # What is installed beside the program, and the package made of it.
 find_program(GZIP_PROGRAM gzip REQUIRED)
 

@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: Aerolith developers
 # aerolith_layer(<name> SOURCES <file>... LINKS <target>...)
 #
 # Adds the library aerolith_<name> of the folder <name>. Its headers are

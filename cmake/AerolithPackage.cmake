@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: Aerolith developers
 # Read by CPack before it makes a package. Without dpkg-shlibdeps it would make one that names
 # no library.
 if(CPACK_GENERATOR STREQUAL DEB)

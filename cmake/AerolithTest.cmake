@@ -1,3 +1,4 @@
+# SPDX-FileCopyrightText: Aerolith developers
 # aerolith_test(<name> SOURCES <file>... LINKS <target>... LABEL <label> [TIMEOUT <s>])
 #
 # Adds one test executable and its CTest entry. A bare `ctest` is right: platform,

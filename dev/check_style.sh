@@ -25,7 +25,7 @@ is_data() {
     [[ $1 == samples/* || $1 == fuzzing/corpus/* || $1 == */golden/* || $1 == */data/* ]]
 }
 
-texts=() sources=() scripts=() everything=()
+texts=() sources=() scripts=() code=() everything=()
 while IFS= read -r -d '' file; do
     [[ -f $file && ! -L $file ]] || continue
     everything+=("$file")
@@ -41,6 +41,7 @@ while IFS= read -r -d '' file; do
     texts+=("$file")
     case $file in
     *.cpp | *.h) sources+=("$file") ;;
+    *.py | *.cmake | CMakeLists.txt | */CMakeLists.txt) code+=("$file") ;;
     *.sh) scripts+=("$file") ;;
     *) [[ $first == '#!' ]] && head -n 1 "$file" | grep -q bash && scripts+=("$file") ;;
     esac
@@ -58,7 +59,7 @@ offence "a number that only a tracker or a document elsewhere explains" \
     '\b([Ii]ssue|[Tt]icket|[Pp]art) #?[0-9]' "${texts[@]}"
 offence "a path of one machine" '(?<![\w.}$)/])/(root|mnt|work)/' "${texts[@]}"
 
-for file in "${sources[@]}" "${scripts[@]}"; do
+for file in "${sources[@]}" "${scripts[@]}" "${code[@]}"; do
     head -n 2 "$file" | grep -q 'SPDX-FileCopyrightText: Aerolith developers' ||
         complain "$file: no SPDX line at its head"
 done
@@ -67,7 +68,7 @@ if [[ ${#sources[@]} -gt 0 ]]; then
 fi
 shellcheck "${scripts[@]}" || complain "shellcheck"
 desktop-file-validate share/applications/*.desktop || complain "desktop-file-validate"
-appstreamcli validate --no-net share/metainfo/*.xml || complain "appstreamcli"
+report=$(appstreamcli validate --no-net share/metainfo/*.xml) || complain "appstreamcli"$'\n'"$report"
 xmllint --noout share/mime/packages/*.xml || complain "xmllint"
 
 [[ $failed -eq 0 ]] || exit 1

