@@ -12,16 +12,27 @@
 #include <QMessageBox>
 #include <QPalette>
 
+#include <cmath>
+
 namespace {
 
 // One click of a rotation button: a quarter of a degree, in radians.
 constexpr double rotation_step = 0.5 * Pi / 360.0;
 
 // The drawing has black, dark red and dark blue lines, the fields have dark texts on pink.
-// From this lightness on the ground contrasts with all of them by 4.5 to 1.
-constexpr int least_ground_lightness = 168;
+// From this luminance on the ground contrasts with all of them by 4.5 to 1.
+constexpr double least_ground_luminance = 0.382;
 
 const QColor light_ground(239, 239, 239);
+
+// The relative luminance of a colour after WCAG 2.1, 0 (black) to 1 (white).
+double luminance(const QColor& colour) {
+    const auto linear = [](double c) {
+        return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
+    };
+    return 0.2126 * linear(colour.redF()) + 0.7152 * linear(colour.greenF()) +
+           0.0722 * linear(colour.blueF());
+}
 
 } // namespace
 
@@ -61,7 +72,7 @@ void MainWindow::changeEvent(QEvent* event) {
 
 void MainWindow::keep_ground_light() {
     const bool dark =
-        QApplication::palette(this).color(QPalette::Window).lightness() < least_ground_lightness;
+        luminance(QApplication::palette(this).color(QPalette::Window)) < least_ground_luminance;
     const QPalette ground = dark ? QPalette(light_ground) : QPalette();
     setPalette(ground);
     // Those with a style sheet do not take the palette over from the window.

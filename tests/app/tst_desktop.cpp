@@ -85,11 +85,16 @@ void tst_desktop::ground_is_light_data() {
 
     QTest::newRow("usual") << QColor(239, 239, 239) << true;
     QTest::newRow("white") << QColor(Qt::white) << true;
-    QTest::newRow("just-light-enough") << QColor(168, 168, 168) << true;
-    QTest::newRow("just-too-dark") << QColor(167, 167, 167) << false;
+    QTest::newRow("just-light-enough") << QColor(167, 167, 167) << true;
+    QTest::newRow("just-too-dark") << QColor(166, 166, 166) << false;
     QTest::newRow("dark") << QColor(45, 45, 48) << false;
     QTest::newRow("black") << QColor(Qt::black) << false;
     QTest::newRow("dark-blue") << QColor(20, 24, 60) << false;
+    // As light as a light grey by the mean of the channels, and yet too dark for dark lines.
+    QTest::newRow("bright-blue") << QColor(81, 81, 255) << false;
+    QTest::newRow("bright-red") << QColor(255, 81, 81) << false;
+    QTest::newRow("bluish-grey") << QColor(130, 150, 206) << false;
+    QTest::newRow("rose") << QColor(250, 200, 210) << true;
 }
 
 void tst_desktop::ground_is_light() {
