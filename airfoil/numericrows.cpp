@@ -120,17 +120,21 @@ QString decoded(QByteArrayView line, bool is_first) {
     return text.remove(QLatin1Char('\r'));
 }
 
+// The line that begins at @p next, which moves past it.
+QString take_line(const QByteArray& bytes, const char*& next) {
+    const char* const line = next;
+    const char* const end = bytes.constData() + bytes.size();
+    const char* const feed = std::find(line, end, '\n');
+    next = feed == end ? end : feed + 1;
+    return decoded(QByteArrayView(line, next), line == bytes.constData());
+}
+
 void read_bytes(const QByteArray& bytes, const Row& row) {
-    const char* const begin = bytes.constData();
-    const char* const end = begin + bytes.size();
-    const char* next = begin;
+    const char* const end = bytes.constData() + bytes.size();
+    const char* next = bytes.constData();
     while (next != end) {
-        const char* const line = next;
-        if (read_plain_line(next, end, row))
-            continue;
-        const char* const feed = std::find(line, end, '\n');
-        next = feed == end ? end : feed + 1;
-        read_text_line(decoded(QByteArrayView(line, next), line == begin), row);
+        if (!read_plain_line(next, end, row))
+            read_text_line(take_line(bytes, next), row);
     }
 }
 
@@ -140,23 +144,39 @@ bool is_wide_text(const QByteArray& bytes) {
     return encoding && *encoding != QStringConverter::Utf8;
 }
 
-// Whether a piece of the toolkit's stream ends within a character of several bytes: it
-// decodes in pieces, and a damaged character that is cut reads otherwise than a whole one.
-bool is_cut_within_character(const QByteArray& bytes) {
+bool is_beyond_ascii(char c) {
+    return uchar(c) >= 0x80;
+}
+
+// Whether it shows that the toolkit's stream decodes in pieces: a damaged character that
+// is cut reads otherwise than a whole one, and a last line of which nothing is left
+// counts or not.
+bool is_read_in_pieces(const QByteArray& bytes) {
     constexpr qsizetype piece = 16384;
     constexpr qsizetype longest_beginning = 3;
     for (qsizetype end = piece; end <= bytes.size(); end += piece) {
         const auto tail = QByteArrayView(bytes).sliced(end - longest_beginning, longest_beginning);
-        if (std::any_of(tail.begin(), tail.end(), [](char c) { return uchar(c) >= 0x80; }))
+        if (std::any_of(tail.begin(), tail.end(), is_beyond_ascii))
             return true;
     }
+    return bytes.endsWith('\r') || (!bytes.isEmpty() && is_beyond_ascii(bytes.back()));
+}
+
+// Takes the whole file where its lines can be told from its bytes. The toolkit's stream,
+// which is for the others, lets its buffer grow by little steps in a long line.
+bool read_all(QFile& file, QByteArray* bytes) {
+    file.setTextModeEnabled(false);
+    *bytes = file.readAll();
+    if (!is_wide_text(*bytes) && !is_read_in_pieces(*bytes))
+        return true;
+    bytes->clear();
+    file.seek(0);
+    file.setTextModeEnabled(true);
     return false;
 }
 
-void read_stream(QFile& file, const Row& row) {
-    QTextStream stream(&file);
-    while (!stream.atEnd())
-        read_text_line(stream.readLine(), row);
+bool open_table(QFile& file) {
+    return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly | QIODevice::Text);
 }
 
 // A field of millions of digits as one of the same value: the toolkit takes seconds for them.
@@ -233,10 +253,6 @@ void FindNumericSubStrings(QString line, QString* S) {
     }
 }
 
-bool open_table(QFile& file) {
-    return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly | QIODevice::Text);
-}
-
 bool is_numeric(const QString& cleaned) {
     return !cleaned.isEmpty() && isLatString(cleaned) == 0;
 }
@@ -253,17 +269,33 @@ float field_number(const QString& field) {
     return value > largest || value < -largest ? 0.0F : float(value);
 }
 
+void for_each_line(const QString& fileName, const std::function<bool(const QString&)>& take) {
+    QFile file(fileName);
+    if (!open_table(file))
+        return;
+    QByteArray bytes;
+    if (read_all(file, &bytes)) {
+        const char* const end = bytes.constData() + bytes.size();
+        const char* next = bytes.constData();
+        while (next != end && take(take_line(bytes, next))) {
+        }
+        return;
+    }
+    QTextStream stream(&file);
+    while (!stream.atEnd() && take(stream.readLine())) {
+    }
+}
+
 void for_each_numeric_row(const QString& fileName, const Row& row) {
     QFile file(fileName);
     if (!open_table(file))
         return;
-    file.setTextModeEnabled(false);
-    const QByteArray bytes = file.readAll();
-    if (!is_wide_text(bytes) && !is_cut_within_character(bytes)) {
+    QByteArray bytes;
+    if (read_all(file, &bytes)) {
         read_bytes(bytes, row);
         return;
     }
-    file.seek(0);
-    file.setTextModeEnabled(true);
-    read_stream(file, row);
+    QTextStream stream(&file);
+    while (!stream.atEnd())
+        read_text_line(stream.readLine(), row);
 }

@@ -7,14 +7,8 @@
 #include <array>
 #include <functional>
 
-class QFile;
-
 /// The first three fields of a numeric line as numbers, 0 where there is none.
 using NumericRow = std::array<float, 3>;
-
-/// Opens @p file for reading lines of text. Only regular files are opened: a pipe or a
-/// device may never answer.
-bool open_table(QFile& file);
 
 /// Whether a cleaned line holds numbers only; all others are titles.
 bool is_numeric(const QString& cleaned);
@@ -24,6 +18,10 @@ double field_value(const QString& field);
 
 /// The number of a field: 0 for none and for one beyond single precision.
 float field_number(const QString& field);
+
+/// Calls @p take for each line of a file, without its end, until it returns false. Never
+/// for what is no regular file: a pipe or a device may never answer.
+void for_each_line(const QString& fileName, const std::function<bool(const QString&)>& take);
 
 /// Calls @p row for each numeric line of a file, in order. One pass over the bytes takes
 /// the lines of plain numbers; every other line goes through clean(), isLatString(),

@@ -4,7 +4,7 @@
 
 #include "airfoil/numericrows.h"
 
-#include <QFile>
+#include <QIODevice>
 #include <QTextStream>
 
 #include <vector>
@@ -21,18 +21,16 @@ int separator_count(const QString& line) {
     return count;
 }
 
-// The layout code of a table: 1 half contour, 2 one outline, 3 three columns; any other
-// number for a layout that is not known.
-int probe_layout(QTextStream& stream) {
-    int colNum = 0;
-    double transX = 0.0;
-    double xx[3] = {};
-    int k = 0;
-    for (int j = 0; k <= 2 && !stream.atEnd(); ++j) {
+// Tells the layout of a table from its first three numeric lines.
+class LayoutProbe {
+public:
+    // Takes the next line of the table; false once no more are needed.
+    bool take(const QString& text) {
+        const int j = lines++;
         colNum = 0;
-        const QString line = clean(stream.readLine());
+        const QString line = clean(text);
         if (!is_numeric(line))
-            continue;
+            return true;
         colNum = separator_count(line);
         QString S[3];
         FindNumericSubStrings(line, S);
@@ -41,11 +39,28 @@ int probe_layout(QTextStream& stream) {
         if (XXX <= 0.0 && j <= 3)
             transX = -1.0;
         xx[k] = double(field_number(Repair_NumString(S[0]))) + transX;
-        ++k;
+        return ++k <= 2;
     }
-    if (k == 3 && colNum == 2 && xx[0] >= 1.0 && xx[1] <= 0.0 && xx[2] > 0.0)
-        colNum = 1;
-    return colNum;
+
+    // 1 half contour, 2 one outline, 3 three columns; any other number for a layout that
+    // is not known.
+    int code() const {
+        const bool is_half = k == 3 && xx[0] >= 1.0 && xx[1] <= 0.0 && xx[2] > 0.0;
+        return colNum == 2 && is_half ? 1 : colNum;
+    }
+
+private:
+    int lines = 0;
+    int colNum = 0;
+    double transX = 0.0;
+    double xx[3] = {};
+    int k = 0;
+};
+
+int probe_layout(const QString& fileName) {
+    LayoutProbe probe;
+    for_each_line(fileName, [&](const QString& line) { return probe.take(line); });
+    return probe.code();
 }
 
 } // namespace
@@ -56,11 +71,7 @@ QPolygonF airfoil_Read(QString fileName) {
 }
 
 QPolygonF airfoil_Read_All(QString fileName) {
-    QFile file(fileName);
-    if (!open_table(file))
-        return QPolygonF();
-    QTextStream stream(&file);
-    switch (probe_layout(stream)) {
+    switch (probe_layout(fileName)) {
     case 1:
         return Read_Symetric(fileName);
     case 2:
@@ -109,13 +120,11 @@ QPolygonF Read_Eppler(QString fileName) {
 }
 
 QString FoilText_Read(QString fileName) {
-    QFile file(fileName);
-    if (!open_table(file))
-        return QString();
-    QTextStream stream(&file);
     QString text;
-    while (!stream.atEnd())
-        text += Repair_NumString(clean(stream.readLine())) + QLatin1Char('\n');
+    for_each_line(fileName, [&](const QString& line) {
+        text += Repair_NumString(clean(line)) + QLatin1Char('\n');
+        return true;
+    });
     return text;
 }
 
