@@ -49,7 +49,7 @@ QPolygonF SplineFoil::make_SplinePoly() const {
     if (!has_curve())
         return QPolygonF();
     // Kept here and not in the record, which is copied and stored.
-    static SplineBasis basis;
+    thread_local SplineBasis basis;
     basis.set_knots(point_count(), degree, b_knots);
     return basis.sample(CP);
 }

@@ -5,8 +5,6 @@
 // operations as in the plain recursion, so it has the same bits, but only once.
 #include "numerics/b_spline.h"
 
-#include "numerics/constants.h"
-
 #include <QVarLengthArray>
 
 namespace {
@@ -27,7 +25,7 @@ double dmin(double a, double b) {
 double Bn(int i, int n, double t) {
     if (i < 0 || n < 0 || i > n)
         return 0.0;
-    QVarLengthArray<double, 16> row(i + 1, 0.0);
+    QVarLengthArray<double, 16> row(qsizetype(i) + 1, 0.0);
     row[0] = 1.0;
     for (int k = 1; k <= n; ++k) {
         for (int j = i; j > 0; --j)
@@ -38,6 +36,8 @@ double Bn(int i, int n, double t) {
 }
 
 double d_Bn(int i, int n, double t) {
+    if (i < 0 || n <= 0)
+        return 0.0;
     return n * (Bn(i - 1, n - 1, t) - Bn(i, n - 1, t));
 }
 

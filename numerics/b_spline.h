@@ -3,6 +3,8 @@
 // "A Practical Guide to Splines", 1978, ch. IX and X) and of cubic Bezier functions.
 #pragma once
 
+#include "numerics/constants.h"
+
 #include <QPointF>
 
 /// The smaller of two values: @p a when @p b > @p a, otherwise @p b (so a NaN in
@@ -16,7 +18,8 @@ double dmin(double a, double b);
 /// @param t parameter, usually in [0, 1]
 double Bn(int i, int n, double t);
 
-/// Derivative of Bn with respect to t: n (B(i-1, n-1; t) - B(i, n-1; t)).
+/// Derivative of Bn with respect to t: n (B(i-1, n-1; t) - B(i, n-1; t)); 0 where Bn is
+/// constant.
 double d_Bn(int i, int n, double t);
 
 /// Value at @p t of the cubic Bezier function with the four coefficients P[0..3].

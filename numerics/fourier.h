@@ -10,8 +10,9 @@
 // Unless told otherwise: an order of 0 or less makes every sum, every value and
 // every output 0; all sizes are the caller's to provide; time grows with the
 // product of order and samples. For orders up to 500 and angles within one turn the
-// results are within 1e-12 of the largest sample of the exact sums. Input that is
-// not finite gives results that are not finite.
+// results are within 1e-12 of the largest sample of the exact sums; samples chosen to
+// add up every rounding come to 1.3e-12. Input that is not finite gives results that
+// are not finite.
 #pragma once
 
 #include <QPolygonF>

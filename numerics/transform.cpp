@@ -103,7 +103,7 @@ QPointF RotFixP(double a, QPointF C, QPointF P) {
 }
 
 QPointF Sqeeze(QPointF A, QPointF B, QPointF C) {
-    // The perimeter of any finite triangle is below the limit after some 1100 halvings.
+    // Beyond some 1e12 rounding can hold the perimeter above the limit for ever.
     for (int step = 0; step < 2000; ++step) {
         const double perimeter = Dist2(A, B) + Dist2(B, C) + Dist2(C, A);
         if (perimeter < 0.001)

@@ -7,6 +7,8 @@
 // components do; saved numbers depend on it.
 #pragma once
 
+#include "numerics/constants.h"
+
 #include <QPointF>
 #include <QPolygonF>
 #include <QString>

@@ -51,6 +51,14 @@ QPointF curve_point(QList<QPointF> points, int degree, QList<double> knots, doub
     return B_spline_point(int(points.size()), degree, points.data(), knots.data(), t);
 }
 
+double recursive_bernstein(int i, int n, double t) {
+    if (i < 0 || i > n)
+        return 0.0;
+    if (n == 0)
+        return 1.0;
+    return (1.0 - t) * recursive_bernstein(i, n - 1, t) + t * recursive_bernstein(i - 1, n - 1, t);
+}
+
 } // namespace
 
 class tst_b_spline : public QObject {
@@ -62,6 +70,7 @@ private slots:
     void bernstein_data();
     void bernstein();
     void bernstein_sums_to_one();
+    void bernstein_has_the_bits_of_its_recursion();
     void bernstein_derivative_data();
     void bernstein_derivative();
     void cubic_value_data();
@@ -161,6 +170,15 @@ void tst_b_spline::bernstein_sums_to_one() {
     }
 }
 
+void tst_b_spline::bernstein_has_the_bits_of_its_recursion() {
+    for (int n = 0; n <= 8; ++n) {
+        for (int i = 0; i <= n; ++i) {
+            for (double t = -0.25; t < 1.25; t += 0.0137)
+                COMPARE_BITS(::Bn(i, n, t), recursive_bernstein(i, n, t));
+        }
+    }
+}
+
 void tst_b_spline::bernstein_derivative_data() {
     QTest::addColumn<int>("i");
     QTest::addColumn<int>("n");
@@ -180,6 +198,8 @@ void tst_b_spline::bernstein_derivative_data() {
     QTest::newRow("degree-zero") << 0 << 0 << 0.7 << 0.0;
     QTest::newRow("index-below-zero") << -1 << 3 << 0.7 << 0.0;
     QTest::newRow("index-far-above-degree") << 5 << 3 << 0.7 << 0.0;
+    QTest::newRow("least-index") << std::numeric_limits<int>::min() << 3 << 0.7 << 0.0;
+    QTest::newRow("least-degree") << 0 << std::numeric_limits<int>::min() << 0.7 << 0.0;
 }
 
 void tst_b_spline::bernstein_derivative() {
