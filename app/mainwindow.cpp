@@ -36,16 +36,17 @@ double luminance(const QColor& colour) {
 
 } // namespace
 
-MainWindow::MainWindow(QWidget* parent)
-    : QMainWindow(parent), p(GetDataStruct()), opf(new myOpenFile(this)) {
+MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), p(nullptr), opf(nullptr) {
     setupUi(this);
     setWindowFlags(Qt::FramelessWindowHint);
-    keep_ground_light();
+    opf = new myOpenFile(this);
+    p = GetDataStruct();
     connect(this, &MainWindow::repaint_all, spline_widget, qOverload<>(&QWidget::repaint));
     connect(this, &MainWindow::to_repaint_opened_spline, spline_widget,
             &EditSpline::repaint_opened_spline);
     for (QWidget* child : spline_widget->findChildren<QWidget*>())
         child->installEventFilter(this);
+    keep_ground_light();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
@@ -55,8 +56,10 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     // Escape and changes the spline on the others.
     const int key = static_cast<QKeyEvent*>(event)->key();
     const bool in_field = watched == O1Edit || watched == O2Edit;
+    // The field itself takes Left and Right, but not with every modifier.
     const bool editors_own =
-        in_field && (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Delete);
+        in_field && (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Left ||
+                     key == Qt::Key_Right || key == Qt::Key_Delete);
     if (key != Qt::Key_Escape && !editors_own)
         return QMainWindow::eventFilter(watched, event);
     watched->event(event);

@@ -6,6 +6,7 @@
 
 #include <QCursor>
 #include <QMessageBox>
+#include <QTimer>
 #include <QToolTip>
 
 #include <cmath>
@@ -13,6 +14,8 @@
 namespace {
 
 constexpr double pick_radius = 8.0; // widget pixels
+
+constexpr int refocus_time = 150; // milliseconds
 
 // Far enough below the knot spacing for a corner, far enough above rounding noise.
 constexpr double sharp_knot_step = 0.0001;
@@ -41,8 +44,13 @@ void EditSpline::MovePoint(int dx, int dy) {
 bool EditSpline::refuse_point() {
     if (p->spline.point_count() < MAXNUMPOINTS)
         return false;
-    QToolTip::showText(QCursor::pos(),
-                       tr("A spline has at most %1 control points.").arg(MAXNUMPOINTS), this);
+    const auto tell = [this] {
+        const QString text = tr("A spline has at most %1 control points.").arg(MAXNUMPOINTS);
+        QToolTip::showText(QCursor::pos(), text, this);
+    };
+    tell();
+    // The focus comes back from the menu later, and hides every tool tip.
+    QTimer::singleShot(refocus_time, this, tell);
     return true;
 }
 

@@ -5,6 +5,7 @@
 #include "windowsupport.h"
 
 #include <QClipboard>
+#include <QFontMetricsF>
 #include <QGuiApplication>
 #include <QLocale>
 #include <QScopeGuard>
@@ -13,6 +14,7 @@
 #include <QTextBlock>
 #include <QTextLayout>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -32,6 +34,7 @@ private slots:
     void repaints_the_window();
     void document_is_not_touched();
     void read_only_but_selectable();
+    void each_row_is_one_line_data();
     void each_row_is_one_line();
 };
 
@@ -233,16 +236,39 @@ void tst_tablepane::read_only_but_selectable() {
 }
 
 // A row of a negative number ends behind the pane's edge with its tab.
+void tst_tablepane::each_row_is_one_line_data() {
+    QTest::addColumn<int>("font_size"); // points
+
+    for (const int size : {8, 9, 10, 12, 16})
+        QTest::addRow("%d-points", size) << size;
+}
+
+// No digit may be out of reach: a number that lacks its last ones looks like another.
 void tst_tablepane::each_row_is_one_line() {
+    QFETCH(int, font_size);
     MainWindow window;
+    QFont font = window.tableEdit->font();
+    font.setPointSize(font_size);
+    window.tableEdit->setFont(font);
     SHOW(window);
     window.Write_BaseTable(QPolygonF(QList<QPointF>(100, QPointF(0.5, -0.25))));
     QTRY_VERIFY(window.tableEdit->verticalScrollBar()->isVisible());
     const QTextDocument* listing = window.tableEdit->document();
     QCOMPARE(listing->blockCount(), 2 + 1 + 99 + 1 + 1);
+    // Asking for the size lays out the rows that are not shown.
+    QVERIFY(!listing->size().isEmpty());
     for (QTextBlock row = listing->begin(); row.isValid(); row = row.next())
         QCOMPARE(row.layout()->lineCount(), 1);
-    QVERIFY(!window.tableEdit->horizontalScrollBar()->isVisible());
+    const QFontMetricsF metrics(window.tableEdit->font());
+    const double margins = 2.0 * listing->documentMargin();
+    const double needed =
+        metrics.horizontalAdvance(QStringLiteral("0.50000   -0.25000 ")) + margins;
+    const QScrollBar* bar = window.tableEdit->horizontalScrollBar();
+    const int shown = window.tableEdit->viewport()->width();
+    QCOMPARE(bar->isVisible(), bar->maximum() > 0);
+    QVERIFY(shown + bar->maximum() >= needed);
+    // The tab at the end of a row takes no room.
+    QVERIFY(shown + bar->maximum() <= std::max(double(shown), needed + 4.0));
 }
 
 AEROLITH_TEST_MAIN(tst_tablepane)

@@ -87,6 +87,10 @@ void tst_windowkeys::key_stays_in_field_data() {
         {"control-delete", Qt::Key_Delete, Qt::ControlModifier},
         {"left", Qt::Key_Left, Qt::NoModifier},
         {"right", Qt::Key_Right, Qt::NoModifier},
+        {"alt-left", Qt::Key_Left, Qt::AltModifier},
+        {"alt-right", Qt::Key_Right, Qt::AltModifier},
+        {"meta-left", Qt::Key_Left, Qt::MetaModifier},
+        {"control-alt-right", Qt::Key_Right, Qt::ControlModifier | Qt::AltModifier},
     };
     for (const char* field : {"O1Edit", "O2Edit"}) {
         for (const auto& row : keys)

@@ -18,6 +18,7 @@ private slots:
     void init();
     void full_store_refuses_data();
     void full_store_refuses();
+    void refusal_outlives_the_menu();
     void last_free_slot_data();
     void last_free_slot();
     void selection_out_of_range_data();
@@ -80,6 +81,20 @@ void tst_editspline_capacity::full_store_refuses() {
         QVERIFY(!QToolTip::text().isEmpty());
     }
     QCOMPARE(guard.count(), 0);
+}
+
+// The menu that the refused point was asked from gives the focus back afterwards.
+void tst_editspline_capacity::refusal_outlives_the_menu() {
+    TestEditor editor;
+    editor.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&editor));
+    editor.p->spline.num_pnt = 30;
+    editor.Append_New_Point(QPoint(1, 2));
+    QTRY_VERIFY(QToolTip::isVisible());
+    QFocusEvent focus(QEvent::FocusIn, Qt::ActiveWindowFocusReason);
+    QApplication::sendEvent(&editor, &focus);
+    QTRY_VERIFY(!QToolTip::isVisible());
+    QTRY_VERIFY(QToolTip::isVisible());
 }
 
 void tst_editspline_capacity::last_free_slot_data() {
