@@ -5,6 +5,8 @@
 
 #include "app/mainwindow.h"
 
+#include <QEvent>
+#include <QObject>
 #include <QStringList>
 
 #include <functional>
@@ -12,7 +14,7 @@
 #include <random>
 
 /// Sends random events to a main window and checks after each what must always hold.
-class Monkey {
+class Monkey : public QObject {
 public:
     /// @param seed   the seed of every choice
     /// @param folder a writable folder for its files
@@ -21,9 +23,14 @@ public:
     /// Does one thing. @return what does not hold any more afterwards, empty for all well
     QString step();
 
-    QString last_event() const { return event; }    ///< What it did last.
-    double longest_step() const { return longest; } ///< Processor time, in seconds.
-    quint64 digest() const { return state; }        ///< Of all states so far.
+    QString last_event() const { return event; }              ///< What it did last.
+    double longest_step() const { return longest; }           ///< Processor time, in seconds.
+    double longest_paint() const { return longest_painting; } ///< The same of one paint.
+    int paints() const { return painted; }                    ///< Paints of the editor so far.
+    quint64 digest() const { return state; }                  ///< Of all states so far.
+
+    /// Times the editor's paints.
+    bool eventFilter(QObject* watched, QEvent* sent) override;
 
 private:
     struct Choice {
@@ -70,5 +77,7 @@ private:
     int loaded_count = 0;
     QString event;
     double longest = 0.0;
+    double longest_painting = 0.0;
+    int painted = 0;
     quint64 state = 0xcbf29ce484222325;
 };

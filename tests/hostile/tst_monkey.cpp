@@ -43,7 +43,9 @@ void tst_monkey::any_events() {
             broken.isEmpty(),
             qPrintable(QStringLiteral("event %1, %2: %3").arg(i).arg(monkey.last_event(), broken)));
     }
-    qInfo("longest event %.0f ms, digest %llx", 1000.0 * monkey.longest_step(),
+    QVERIFY(monkey.paints() > 0);
+    qInfo("longest event %.0f ms, longest of %d paints %.0f ms, digest %llx",
+          1000.0 * monkey.longest_step(), monkey.paints(), 1000.0 * monkey.longest_paint(),
           static_cast<unsigned long long>(monkey.digest()));
 }
 
