@@ -6,75 +6,88 @@
 #include <QList>
 #include <QTextStream>
 
+#include <algorithm>
 #include <cmath>
-#include <limits>
 
 namespace baseline {
 
 namespace {
 
 struct Row {
-    double column[3];
+    double first;
+    double second;
+    double third;
 };
 
-// Too large a number for single precision counts as no number.
-double to_float(const QString& field) {
-    bool ok = false;
-    const double value = field.toDouble(&ok);
-    if (!ok || std::abs(value) > double(std::numeric_limits<float>::max()))
-        return 0.0;
-    return double(float(value));
+bool is_numeric_line(const QString& cleaned) {
+    return !cleaned.isEmpty() && isLatString(cleaned) == 0;
 }
 
-QList<Row> read_rows(const QString& fileName) {
+bool is_numeric_character(QChar c) {
+    return c.isDigit() || c == QLatin1Char('.') || c == QLatin1Char('-');
+}
+
+double field(const QString& text) {
+    return double(to_single(Repair_NumString(text)));
+}
+
+QList<Row> numeric_rows(const QString& fileName) {
     QList<Row> rows;
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
         return rows;
-    QTextStream stream(&file);
-    while (!stream.atEnd()) {
-        const QString line = clean(stream.readLine());
-        if (!is_numeric(line))
+    QTextStream in(&file);
+    while (!in.atEnd()) {
+        const QString line = clean(in.readLine());
+        if (!is_numeric_line(line))
             continue;
         QString S[3];
         FindNumericSubStrings(line, S);
-        Row row;
-        for (int i = 0; i < 3; ++i)
-            row.column[i] = to_float(Repair_NumString(S[i]));
-        rows.append(row);
+        rows.append({field(S[0]), field(S[1]), field(S[2])});
     }
     return rows;
 }
 
-int probe(QTextStream& stream) {
-    int colNum = 0;
+int separators_but_last(const QString& line) {
+    int count = 0;
+    for (qsizetype i = 0; i + 1 < line.size(); ++i) {
+        if (line[i] == QLatin1Char('.') || line[i] == QLatin1Char(','))
+            ++count;
+    }
+    return count;
+}
+
+// 1, 2 or 3 for the three layouts, any other number for none of them.
+int layout_of(const QString& fileName) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
+        return 0;
+    QTextStream in(&file);
     int k = 0;
     int j = 0;
+    int colNum = 0;
     double transX = 0.0;
     double xx[4] = {};
-    while (k <= 2) {
-        if (stream.atEnd())
-            break;
+    while (k <= 2 && !in.atEnd()) {
         colNum = 0;
-        const QString line = clean(stream.readLine());
-        if (is_numeric(line)) {
-            for (int i = 0; i <= int(line.size()) - 2; ++i) {
-                if (line[i] == QLatin1Char('.') || line[i] == QLatin1Char(','))
-                    ++colNum;
-            }
+        const QString line = clean(in.readLine());
+        if (is_numeric_line(line)) {
+            colNum = separators_but_last(line);
             QString S[3];
             FindNumericSubStrings(line, S);
             bool ok = false;
-            const double XXX = S[0].toDouble(&ok);
-            if ((ok ? XXX : 0.0) <= 0.0 && j <= 3)
+            double XXX = S[0].toDouble(&ok);
+            if (!ok)
+                XXX = 0.0;
+            if (XXX <= 0.0 && j <= 3)
                 transX = -1.0;
-            xx[k] = to_float(Repair_NumString(S[0])) + transX;
+            xx[k] = field(S[0]) + transX;
             ++k;
         }
         ++j;
     }
-    if (k == 3 && colNum == 2 && xx[0] >= 1.0 && xx[1] <= 0.0 && xx[2] > 0.0)
-        colNum = 1;
+    if (k > 2 && colNum == 2 && xx[0] >= 1.0 && xx[1] <= 0.0 && xx[2] > 0.0)
+        return 1;
     return colNum;
 }
 
@@ -83,94 +96,93 @@ int probe(QTextStream& stream) {
 QString clean(QString s) {
     s.replace(QLatin1Char('\t'), QLatin1Char(' '));
     s.replace(QLatin1Char(','), QLatin1Char('.'));
-    for (const char c : {'?', '!', '\'', '`', '_', '@', '#', '$', '%', '^', '&', '*', '(', ')',
-                         '{', '}', '[',  ']', '|', ';', ':', '/', '>', '<', '~', '=', '+'})
-        s.remove(QLatin1Char(c));
-    s.remove(QChar(0x00AB));
-    s.remove(QChar(0x00BB));
+    const QString removed = QStringLiteral("?!'`_@#$%^&*(){}[]|;:/><~=+\u00AB\u00BB");
+    for (const QChar c : removed)
+        s.remove(c);
     return s.trimmed();
 }
 
-bool is_numeric(const QString& s) {
-    if (s.isEmpty())
-        return false;
+int isLatString(const QString& s) {
     for (const QChar c : s) {
         if (c.isLetter())
-            return false;
+            return 1;
     }
-    return true;
+    return 0;
 }
 
 QString Repair_NumString(QString s) {
     if (s.startsWith(QLatin1Char('.')))
-        s.replace(QLatin1String("."), QLatin1String("0."));
-    else
-        s.replace(QLatin1String("-."), QLatin1String("-0."));
-    return s;
+        return s.replace(QStringLiteral("."), QStringLiteral("0."));
+    return s.replace(QStringLiteral("-."), QStringLiteral("-0."));
 }
 
 void FindNumericSubStrings(const QString& line, QString* S) {
     for (int i = 0; i < 3; ++i)
-        S[i] = QLatin1String("");
+        S[i] = QString();
     int index = 0;
-    bool flag = false;
+    bool separator = false;
     for (const QChar c : line) {
-        if (c.isDigit() || c == QLatin1Char('.') || c == QLatin1Char('-')) {
+        if (is_numeric_character(c)) {
             if (index < 3)
-                S[index] += c;
-            flag = false;
-        } else if (!flag) {
+                S[index].append(c);
+            separator = false;
+        } else if (!separator) {
             ++index;
-            flag = true;
+            if (index < 3)
+                S[index] = QString();
+            separator = true;
         }
     }
 }
 
+float to_single(const QString& s) {
+    bool ok = false;
+    const double value = s.toDouble(&ok);
+    if (!ok || std::fabs(value) > 3.4028234663852886e38)
+        return 0.0F;
+    return float(value);
+}
+
 QPolygonF Read_Normal(const QString& fileName) {
     QPolygonF poly;
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return poly;
-    QTextStream stream(&file);
-    while (!stream.atEnd()) {
-        const QString line = clean(stream.readLine());
-        if (!is_numeric(line))
-            continue;
-        QString S[3];
-        FindNumericSubStrings(line, S);
-        poly << QPointF(to_float(Repair_NumString(S[0])), to_float(Repair_NumString(S[1])));
-    }
+    for (const Row& row : numeric_rows(fileName))
+        poly.append(QPointF(row.first, row.second));
     return poly;
 }
 
 QPolygonF Read_Symetric(const QString& fileName) {
-    const QList<Row> rows = read_rows(fileName);
-    const int n = int(rows.size());
+    const QList<Row> rows = numeric_rows(fileName);
     QPolygonF poly;
-    for (int i = n - 1; i >= 1; --i)
-        poly << QPointF(rows[i].column[0], rows[i].column[1]);
-    for (int i = 2; i <= n - 1; ++i)
-        poly << QPointF(rows[i].column[0], -rows[i].column[1]);
+    for (qsizetype i = rows.size() - 1; i >= 1; --i)
+        poly.append(QPointF(rows[i].first, rows[i].second));
+    for (qsizetype i = 2; i < rows.size(); ++i)
+        poly.append(QPointF(rows[i].first, -rows[i].second));
     return poly;
 }
 
 QPolygonF Read_Eppler(const QString& fileName) {
-    const QList<Row> rows = read_rows(fileName);
-    const int n = int(rows.size());
+    const QList<Row> rows = numeric_rows(fileName);
     QPolygonF poly;
-    for (int i = n - 1; i >= 0; --i)
-        poly << QPointF(rows[i].column[0], rows[i].column[2]);
-    for (int i = 0; i <= n - 1; ++i)
-        poly << QPointF(rows[i].column[0], rows[i].column[1]);
+    for (qsizetype i = rows.size() - 1; i >= 0; --i)
+        poly.append(QPointF(rows[i].first, rows[i].third));
+    for (const Row& row : rows)
+        poly.append(QPointF(row.first, row.second));
     return poly;
 }
 
-QPolygonF airfoil_Read_All(const QString& fileName) {
+QString FoilText_Read(const QString& fileName) {
+    QString text;
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return QPolygonF();
-    QTextStream stream(&file);
-    switch (probe(stream)) {
+        return text;
+    QTextStream in(&file);
+    while (!in.atEnd())
+        text += Repair_NumString(clean(in.readLine())) + QLatin1Char('\n');
+    return text;
+}
+
+QPolygonF airfoil_Read_All(const QString& fileName) {
+    switch (layout_of(fileName)) {
     case 1:
         return Read_Symetric(fileName);
     case 2:
@@ -178,8 +190,60 @@ QPolygonF airfoil_Read_All(const QString& fileName) {
     case 3:
         return Read_Eppler(fileName);
     default:
-        return QPolygonF();
+        return {};
     }
+}
+
+QPolygonF Normalize_airfoil2(const QPolygonF& poly, int rot) {
+    if (poly.isEmpty())
+        return {};
+    double xmin = 10000.0;
+    double xmax = -10000.0;
+    for (const QPointF& p : poly) {
+        if (p.x() < xmin)
+            xmin = p.x();
+        if (p.x() > xmax)
+            xmax = p.x();
+    }
+    const double delta = xmax - xmin;
+    QPolygonF scaled;
+    for (const QPointF& p : poly)
+        scaled.append(QPointF(p.x() / delta, p.y() * rot / delta));
+    const double x0 = scaled.first().x();
+    const double y0 = scaled.first().y();
+    QPolygonF shifted;
+    for (const QPointF& p : std::as_const(scaled)) {
+        const double X = p.x() - x0 + 1.0;
+        const double Y = p.y() - y0;
+        if (!(X < 0.0 || X > 1.0))
+            shifted.append(QPointF(X, Y));
+    }
+    return shifted;
+}
+
+QPolygonF airfoil_Read(const QString& fileName) {
+    return Normalize_airfoil2(Normalize_airfoil2(airfoil_Read_All(fileName), 1), 1);
+}
+
+QPolygonF plainTextRead(QString mtext) {
+    QPolygonF poly;
+    QTextStream in(&mtext, QIODevice::ReadOnly);
+    for (QString line = in.readLine(22); !line.isNull(); line = in.readLine(22)) {
+        if (line.isEmpty())
+            continue;
+        QString fields[2];
+        int flag = 0;
+        for (qsizetype i = line.startsWith(QLatin1Char(' ')) ? 1 : 0; i < line.size() - 1; ++i) {
+            if (line[i] == QLatin1Char(','))
+                line[i] = QLatin1Char('.');
+            if (is_numeric_character(line[i]))
+                fields[flag].append(line[i]);
+            else
+                flag = 1;
+        }
+        poly.append(QPointF(double(to_single(fields[0])), double(to_single(fields[1]))));
+    }
+    return Normalize_airfoil2(poly, 1);
 }
 
 } // namespace baseline

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Coordinate tables read line by line through a text stream.
+// Coordinate tables read line by line through a text stream, one statement a rule. It shares
+// no code with the reader that the program uses, and the names and results are that one's.
 #pragma once
 
 #include <QPolygonF>
@@ -7,28 +8,21 @@
 
 namespace baseline {
 
-/// Tabs to blanks, commas to points, then one pass for each character that is removed.
 QString clean(QString s);
-
-/// Whether a cleaned line has content and no letter.
-bool is_numeric(const QString& s);
-
-/// "0" before bare points.
+int isLatString(const QString& s);
 QString Repair_NumString(QString s);
-
-/// The first three fields of a line, character by character.
 void FindNumericSubStrings(const QString& line, QString* S);
 
-/// One point (x, y) a numeric line, in file order.
+/// @p s as a single-precision number; 0 for what is no number or beyond single precision.
+float to_single(const QString& s);
+
 QPolygonF Read_Normal(const QString& fileName);
-
-/// Half contour below a header row, mirrored.
 QPolygonF Read_Symetric(const QString& fileName);
-
-/// Columns x, upper y, lower y.
 QPolygonF Read_Eppler(const QString& fileName);
-
-/// The layout told from the first three numeric lines, then the reader of that layout.
+QString FoilText_Read(const QString& fileName);
 QPolygonF airfoil_Read_All(const QString& fileName);
+QPolygonF Normalize_airfoil2(const QPolygonF& poly, int rot);
+QPolygonF airfoil_Read(const QString& fileName);
+QPolygonF plainTextRead(QString mtext);
 
 } // namespace baseline

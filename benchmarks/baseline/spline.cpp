@@ -33,17 +33,21 @@ QPointF B_spline_point(int num_pnt, int deg, const QPointF* Cp, const double* kn
     return QPointF(C.x() / R, C.y() / R);
 }
 
-QPolygonF make_SplinePoly(const SplineFoil& spline) {
+QPolygonF sample(int num_pnt, int deg, const QPointF* Cp, const double* knot) {
     QPolygonF poly;
-    if (!spline.has_curve())
-        return poly;
     const double du = 1.0 / 1000.0;
     double u = 0.001;
     while (1.0 > u) {
-        poly << B_spline_point(spline.point_count(), spline.degree, spline.CP, spline.b_knots, u);
+        poly << B_spline_point(num_pnt, deg, Cp, knot, u);
         u = u + du;
     }
     return poly;
+}
+
+QPolygonF make_SplinePoly(const SplineFoil& spline) {
+    if (!spline.has_curve())
+        return QPolygonF();
+    return sample(spline.point_count(), spline.degree, spline.CP, spline.b_knots);
 }
 
 } // namespace baseline

@@ -15,6 +15,9 @@ double deBoor(int i, int deg, const double* knot, double t);
 /// The weighted mean of the control points with the basis values at @p t as weights.
 QPointF B_spline_point(int num_pnt, int deg, const QPointF* Cp, const double* knot, double t);
 
+/// The curve at 0.001, 0.002, ... below 1.
+QPolygonF sample(int num_pnt, int deg, const QPointF* Cp, const double* knot);
+
 /// Every sample of the curve by B_spline_point(); nothing is kept between calls.
 QPolygonF make_SplinePoly(const SplineFoil& spline);
 

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Measuring outlines: normalising, thickness, brackets, segments under an abscissa.
 #include "airfoil/airfoil.h"
+#include "baseline/reader.h"
 #include "support/exactcompare.h"
-#include "support/referencereader.h"
 #include "support/testmain.h"
 
 #include <QRandomGenerator>
@@ -132,8 +132,8 @@ void tst_analysis::normalised_random() {
         for (int k = int(random.bounded(8)); k > 0; --k)
             poly.append(QPointF(any_double(random), any_double(random)));
         const int rot = random.bounded(2) == 0 ? 1 : -1;
-        const QString difference = difference_of(::Normalize_airfoil2(poly, rot),
-                                                 reference::Normalize_airfoil2(poly, rot));
+        const QString difference =
+            difference_of(::Normalize_airfoil2(poly, rot), baseline::Normalize_airfoil2(poly, rot));
         QVERIFY2(difference.isEmpty(), qPrintable(difference));
     }
 }

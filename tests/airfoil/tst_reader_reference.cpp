@@ -2,9 +2,9 @@
 // The reader against its plainest form: the same bits from the same bytes, whatever
 // the bytes are.
 #include "airfoil/airfoil.h"
+#include "baseline/reader.h"
 #include "support/awkwardtables.h"
 #include "support/exactcompare.h"
-#include "support/referencereader.h"
 #include "support/tablegenerator.h"
 #include "support/testmain.h"
 
@@ -28,11 +28,11 @@ QString disagreement(const QString& name) {
         Expected expected;
     };
     const Pair pairs[] = {
-        {"Read_Normal", Read_Normal, reference::Read_Normal},
-        {"Read_Symetric", Read_Symetric, reference::Read_Symetric},
-        {"Read_Eppler", Read_Eppler, reference::Read_Eppler},
-        {"airfoil_Read_All", airfoil_Read_All, reference::airfoil_Read_All},
-        {"airfoil_Read", airfoil_Read, reference::airfoil_Read},
+        {"Read_Normal", Read_Normal, baseline::Read_Normal},
+        {"Read_Symetric", Read_Symetric, baseline::Read_Symetric},
+        {"Read_Eppler", Read_Eppler, baseline::Read_Eppler},
+        {"airfoil_Read_All", airfoil_Read_All, baseline::airfoil_Read_All},
+        {"airfoil_Read", airfoil_Read, baseline::airfoil_Read},
     };
     for (const Pair& pair : pairs) {
         const QString difference = first_difference(pair.reader(name), pair.expected(name));
@@ -40,7 +40,7 @@ QString disagreement(const QString& name) {
             return QLatin1String(pair.name) + QStringLiteral(": ") + difference;
     }
     const QString text = FoilText_Read(name);
-    const QString expected = reference::FoilText_Read(name);
+    const QString expected = baseline::FoilText_Read(name);
     if (text == expected)
         return {};
     qsizetype i = 0;
@@ -103,9 +103,9 @@ void tst_reader_reference::layouts_are_met() {
     int full[3] = {};
     for (quint32 seed = 0; seed < 60; ++seed) {
         const QString name = stored(generated_table(TableKind::Decorated, seed, 20));
-        const QPolygonF outline = reference::airfoil_Read_All(name);
-        const QPolygonF layouts[] = {reference::Read_Symetric(name), reference::Read_Normal(name),
-                                     reference::Read_Eppler(name)};
+        const QPolygonF outline = baseline::airfoil_Read_All(name);
+        const QPolygonF layouts[] = {baseline::Read_Symetric(name), baseline::Read_Normal(name),
+                                     baseline::Read_Eppler(name)};
         for (int i = 0; i < 3; ++i)
             full[i] += outline.size() > 10 && same_bits(outline, layouts[i]) ? 1 : 0;
     }
@@ -270,13 +270,13 @@ void tst_reader_reference::strings() {
     for (int i = 0; i < 20000; ++i) {
         const QByteArray bytes = generated_pieces(random, 8);
         const QString line = QString::fromUtf8(bytes);
-        QCOMPARE(clean(line), reference::clean(line));
-        QCOMPARE(isLatString(line), reference::isLatString(line));
-        QCOMPARE(Repair_NumString(line), reference::Repair_NumString(line));
+        QCOMPARE(clean(line), baseline::clean(line));
+        QCOMPARE(isLatString(line), baseline::isLatString(line));
+        QCOMPARE(Repair_NumString(line), baseline::Repair_NumString(line));
         QString fields[3] = {QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")};
         QString expected[3];
         FindNumericSubStrings(line, fields);
-        reference::FindNumericSubStrings(line, expected);
+        baseline::FindNumericSubStrings(line, expected);
         for (int k = 0; k < 3; ++k)
             QCOMPARE(fields[k], expected[k]);
     }
@@ -292,7 +292,7 @@ void tst_reader_reference::text_in_memory() {
             bytes.chop(1);
         const QString text = QString::fromUtf8(bytes);
         const QString difference =
-            first_difference(plainTextRead(text), reference::plainTextRead(text));
+            first_difference(plainTextRead(text), baseline::plainTextRead(text));
         QVERIFY2(difference.isEmpty(),
                  qPrintable(difference + QLatin1Char(' ') +
                             QString::fromLatin1(bytes.toPercentEncoding(" "))));

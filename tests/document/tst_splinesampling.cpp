@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Sampling of the spline, bit by bit.
+#include "baseline/spline.h"
 #include "document/parastruct.h"
 #include "filledrecords.h"
 #include "support/exactcompare.h"
-#include "support/plainspline.h"
 #include "support/testmain.h"
 
 #include <QRandomGenerator>
@@ -35,7 +35,7 @@ QString first_unlike(const QPolygonF& actual, const QPolygonF& expected) {
 }
 
 QPolygonF plain_curve(const SplineFoil& spline) {
-    return plain_curve(spline.num_pnt, spline.degree, spline.CP, spline.b_knots);
+    return baseline::sample(spline.num_pnt, spline.degree, spline.CP, spline.b_knots);
 }
 
 } // namespace
@@ -94,7 +94,7 @@ void tst_splinesampling::curve_or_none() {
     spline.order = least_int;
     QCOMPARE(spline.has_curve(), clamped > 0);
     const QPolygonF expected =
-        clamped > 0 ? plain_curve(clamped, degree, spline.CP, spline.b_knots) : QPolygonF();
+        clamped > 0 ? baseline::sample(clamped, degree, spline.CP, spline.b_knots) : QPolygonF();
     QCOMPARE(first_unlike(spline.make_SplinePoly(), expected), QString());
     QCOMPARE(spline.num_pnt, count);
     QCOMPARE(spline.degree, degree);
