@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Basis functions and curve points.
 #include "baseline/spline.h"
+#include "curves.h"
 #include "numerics/b_spline.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -17,39 +18,6 @@ const double nan_value = std::numeric_limits<double>::quiet_NaN();
 const double infinity = std::numeric_limits<double>::infinity();
 const double above_one = 1.0 + std::numeric_limits<double>::epsilon();
 const double below_one = std::nextafter(1.0, 0.0);
-
-// Parameters that meet every span of every knot vector here, both sides of knots
-// included.
-QList<double> dense_parameters() {
-    QList<double> parameters;
-    for (int i = 1; i < 250; ++i)
-        parameters.append(i / 250.0);
-    for (const int n : {2, 3, 4, 5, 6, 7, 8, 12, 13, 14, 30, 31, 32, 33})
-        for (int i = 1; i < n; ++i) {
-            const double knot = double(i) / n;
-            parameters << std::nextafter(knot, 0.0) << knot << std::nextafter(knot, 1.0);
-        }
-    return parameters;
-}
-
-QList<double> uniform_knots(int count, int degree) {
-    QList<double> knots;
-    const int last = count + degree;
-    for (int i = 0; i <= last; ++i)
-        knots.append(double(i) / last);
-    return knots;
-}
-
-QList<QPointF> zigzag(int count) {
-    QList<QPointF> points;
-    for (int i = 0; i < count; ++i)
-        points.append({17.0 + 31.0 * i - 0.7 * i * i, i % 2 ? 240.25 : -60.5 + 3.0 * i});
-    return points;
-}
-
-QPointF curve_point(QList<QPointF> points, int degree, QList<double> knots, double t) {
-    return B_spline_point(int(points.size()), degree, points.data(), knots.data(), t);
-}
 
 double recursive_bernstein(int i, int n, double t) {
     if (i < 0 || i > n)
