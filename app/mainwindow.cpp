@@ -11,6 +11,7 @@
 #include <QLayout>
 #include <QMessageBox>
 #include <QPalette>
+#include <QTextDocument>
 
 #include <cmath>
 
@@ -24,6 +25,9 @@ constexpr double rotation_step = 0.5 * Pi / 360.0;
 constexpr double least_ground_luminance = 0.382;
 
 const QColor light_ground(239, 239, 239);
+
+// Pixels. A row with a negative ordinate just fits beside the scroll bar in a font of 9 points.
+constexpr double table_margin = 2.0;
 
 // The relative luminance of a colour after WCAG 2.1, 0 (black) to 1 (white).
 double luminance(const QColor& colour) {
@@ -46,6 +50,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), p(nullptr), opf(n
             &EditSpline::repaint_opened_spline);
     for (QWidget* child : spline_widget->findChildren<QWidget*>())
         child->installEventFilter(this);
+    tableEdit->document()->setDocumentMargin(table_margin);
     keep_ground_light();
 }
 
@@ -79,6 +84,7 @@ void MainWindow::keep_ground_light() {
     const QPalette ground = dark ? QPalette(light_ground) : QPalette();
     setPalette(ground);
     // Those with a style sheet do not take the palette over from the window.
+    spline_widget->setPalette(ground);
     for (QWidget* child : spline_widget->findChildren<QWidget*>())
         child->setPalette(ground);
 }

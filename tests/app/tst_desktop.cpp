@@ -38,6 +38,13 @@ QColor ground_of(MainWindow& window) {
     return window.grab().toImage().pixelColor(editor.mapTo(&window, between));
 }
 
+// The colour of the chord line, which is drawn with the toolkit's pen, before the grid.
+QColor first_line(MainWindow& window) {
+    const EditSpline& editor = *window.spline_widget;
+    const QPoint place(editor.xc / 2, editor.yc);
+    return window.grab().toImage().pixelColor(editor.mapTo(&window, place));
+}
+
 bool fields_are_readable(MainWindow& window) {
     const QColor pink(243, 159, 225);
     return contrast(window.O1Edit->palette().color(QPalette::Text), pink) >= least_contrast &&
@@ -112,6 +119,7 @@ void tst_desktop::ground_is_light() {
         QVERIFY2(contrast(line, ground) >= least_contrast,
                  qPrintable(line.name() + QLatin1String(" on ") + ground.name()));
     QVERIFY(fields_are_readable(window));
+    QVERIFY(contrast(first_line(window), ground) >= least_contrast);
 }
 
 void tst_desktop::ground_follows_the_desktop() {
