@@ -163,6 +163,14 @@ void tst_hostile_files::large_tables() {
         QVERIFY(peak_bytes() < std::max(20 * size, least_limit));
     const QString listed = window.tableEdit->toPlainText();
     QVERIFY(listed == airfoil_table(u" airfoil table \t\n"_s, window.p->baseAirfoil, 1));
+
+    // The window goes on answering with all of it on the screen.
+    const std::clock_t pressed = std::clock();
+    QTest::mouseClick(window.symetriclButton, Qt::LeftButton);
+    QCoreApplication::processEvents();
+    qInfo("%.2f s to answer a button", seconds(pressed));
+    QVERIFY(window.p->spline.num_pnt > 0);
+    QVERIFY(seconds(pressed) < 20.0);
 }
 
 void tst_hostile_files::awkward_tables_data() {
