@@ -19,13 +19,21 @@ Prepared prepared;
 
 namespace {
 
+bool told(bool done, const char* what) {
+    if (!done)
+        std::perror(what);
+    return done;
+}
+
 // Permissions do not bind the administrator, and mistakes of a test must not reach devices.
 bool become_ordinary_user() {
     constexpr uid_t nobody = 65534;
     char folder[] = "/tmp/aerolith-saving-XXXXXX";
-    if (!::mkdtemp(folder) || ::chmod(folder, 0777) != 0)
+    if (!told(::mkdtemp(folder), folder))
         return false;
     prepared.folder = folder;
+    if (!told(::chmod(folder, 0777) == 0, folder))
+        return false;
     const QByteArray foreign = prepared.folder + "/foreign";
     const int fd = ::open(foreign.constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0666);
     prepared.foreign_file = fd >= 0 && ::fchown(fd, 0, nobody) == 0 && ::fchmod(fd, 0666) == 0;
@@ -35,8 +43,9 @@ bool become_ordinary_user() {
     prepared.full_disk = ::mkdir(disk.constData(), 0755) == 0 && ::unshare(CLONE_NEWNS) == 0 &&
                          ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
                          ::mount("none", disk.constData(), "tmpfs", 0, "size=64k,mode=0777") == 0;
-    return ::setgroups(0, nullptr) == 0 && ::setresgid(nobody, nobody, nobody) == 0 &&
-           ::setresuid(nobody, nobody, nobody) == 0;
+    return told(::setgroups(0, nullptr) == 0, "setgroups") &&
+           told(::setresgid(nobody, nobody, nobody) == 0, "setresgid") &&
+           told(::setresuid(nobody, nobody, nobody) == 0, "setresuid");
 }
 
 void remove_prepared() {
@@ -56,14 +65,15 @@ int run_as_ordinary_user(const std::function<int()>& test) {
         return 1;
     const pid_t process = ::fork();
     if (process == 0) {
-        if (!become_ordinary_user())
-            ::_exit(1);
-        const bool told = ::write(to_parent[1], prepared.folder.constData(),
-                                  std::size_t(prepared.folder.size())) > 0;
-        const int result = test();
+        const bool ordinary = become_ordinary_user();
+        const bool known = ::write(to_parent[1], prepared.folder.constData(),
+                                   std::size_t(prepared.folder.size())) > 0;
+        const int result = ordinary && known ? test() : 1;
         std::fflush(nullptr);
-        ::_exit(told ? result : 1);
+        ::_exit(result);
     }
+    // Or the reading below would wait for what this process itself may write.
+    ::close(to_parent[1]);
     const int result = result_of(process);
     char folder[64] = {};
     if (::read(to_parent[0], folder, sizeof folder - 1) > 0) {
