@@ -2,6 +2,8 @@
 // Spline files and the file dialogs.
 #include "document/openfile.h"
 
+#include "document/savefile.h"
+
 #include <QDataStream>
 #include <QDir>
 #include <QFile>

@@ -1,11 +1,12 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Writing a file such that the old one survives every failure.
-#include "document/openfile.h"
+#include "document/savefile.h"
 
 #include <QCryptographicHash>
 #include <QFile>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <cerrno>
 #include <climits>
 #include <csignal>

@@ -3,7 +3,7 @@
 #include "editor/editspline.h"
 
 #include "airfoil/airfoil.h"
-#include "document/openfile.h"
+#include "document/savefile.h"
 
 namespace {
 

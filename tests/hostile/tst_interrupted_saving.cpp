@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Saving that is killed, and saving by several windows at once.
-#include "document/openfile.h"
+#include "document/savefile.h"
 #include "hostile/savingtools.h"
 
 #include <QCryptographicHash>

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Saving to any target and to none: the file is the old one or the new one, whole, and alone.
 #include "document/openfile.h"
+#include "document/savefile.h"
 #include "hostile/savingtools.h"
 
 #include <QDir>
