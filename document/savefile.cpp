@@ -4,7 +4,7 @@
 
 #include <QCryptographicHash>
 #include <QFile>
-#include <QSaveFile>
+#include <QUuid>
 
 #include <algorithm>
 #include <cerrno>
@@ -12,6 +12,7 @@
 #include <csignal>
 #include <cstdio>
 #include <ctime>
+#include <iterator>
 
 #include <fcntl.h>
 #include <sys/file.h>
@@ -21,13 +22,6 @@
 #include <unistd.h>
 
 namespace {
-
-enum class Outcome {
-    written,
-    failed,       // and the old content is whole
-    overtaken,    // another window has saved to the same file at the same moment
-    not_possible, // a new file cannot stand for the old one
-};
 
 class Descriptor {
 public:
@@ -82,110 +76,122 @@ qsizetype write_bytes(int fd, const char* bytes, qsizetype size) {
     qsizetype done = 0;
     while (done < size) {
         const ssize_t step = ::write(fd, bytes + done, std::size_t(size - done));
-        if (step <= 0 && errno != EINTR)
+        if (step == 0 || (step < 0 && errno != EINTR))
             break;
         done += std::max<ssize_t>(step, 0);
     }
     return done;
 }
 
-// Gives a new file the group, the mode and the access list of the one it stands for.
-bool take_permissions(int fd, const QByteArray& path, const struct stat& old) {
+// The steps that follow answer 0 or an error number; this one, where the step may be tried again.
+constexpr int overtaken = EAGAIN;
+
+// Gives a new file the group, the access list and the mode of the one it stands for.
+int take_permissions(int fd, const QByteArray& path, const struct stat& old) {
     struct stat status = {};
     if (::fstat(fd, &status) != 0)
-        return false;
+        return errno;
     if (status.st_gid != old.st_gid && ::fchown(fd, uid_t(-1), old.st_gid) != 0)
-        return false;
-    if (::fchmod(fd, old.st_mode & 07777) != 0)
-        return false;
+        return errno;
     constexpr const char* access_list = "system.posix_acl_access";
     char list[4096];
     const ssize_t size = ::getxattr(path.constData(), access_list, list, sizeof list);
-    if (size < 0)
-        return errno == ENODATA || errno == ENOTSUP;
-    return ::fsetxattr(fd, access_list, list, std::size_t(size), 0) == 0;
+    if (size < 0 && errno != ENODATA && errno != EOPNOTSUPP)
+        return errno;
+    // A folder may give its new files a list that the old file has not.
+    const int taken = size < 0 ? ::fremovexattr(fd, access_list)
+                               : ::fsetxattr(fd, access_list, list, std::size_t(size), 0);
+    if (taken != 0 && errno != ENODATA && errno != EOPNOTSUPP)
+        return errno;
+    return ::fchmod(fd, old.st_mode & 07777) == 0 ? 0 : errno;
 }
 
-// Names the file @p unnamed and lets it take the place of @p path. 0 or an error number.
+// @param old the file that the new one shall stand for, null for none
+int fill(int fd, const QByteArray& path, const struct stat* old, const QByteArray& bytes) {
+    const int error = old ? take_permissions(fd, path, *old) : 0;
+    if (error != 0)
+        return error;
+    const bool whole =
+        write_bytes(fd, bytes.constData(), bytes.size()) == bytes.size() && ::fsync(fd) == 0;
+    return whole ? 0 : EIO;
+}
+
+// Names the file @p unnamed and lets it take the place of @p path.
 int name_and_replace(const char* unnamed, const char* name, const char* path) {
-    ::unlink(name);
-    if (::linkat(AT_FDCWD, unnamed, AT_FDCWD, name, AT_SYMLINK_FOLLOW) != 0)
+    if (::unlink(name) != 0 && errno != ENOENT)
         return errno;
-    if (::rename(name, path) == 0)
-        return 0;
-    const int error = errno;
+    if (::linkat(AT_FDCWD, unnamed, AT_FDCWD, name, AT_SYMLINK_FOLLOW) != 0)
+        return errno == EEXIST || errno == ENOENT ? overtaken : errno;
+    const int error = ::rename(name, path) == 0 ? 0 : errno;
+    // Even after success: one name of a file does not replace another name of it.
     ::unlink(name);
-    return error;
+    return error == ENOENT ? overtaken : error;
 }
 
 // A program that is killed after the naming and before the replacing would leave the name
 // behind. So a process does both that nobody knows, and that outlives this one. Whoever
 // ends it too leaves a name that the next save of the same file removes.
-int name_and_replace_undisturbed(const Descriptor& file, const QByteArray& path) {
-    const QByteArray unnamed = "/proc/self/fd/" + QByteArray::number(file.fd);
+int name_and_replace_undisturbed(const QByteArray& unnamed, const QByteArray& path) {
     const QByteArray own_name = path.mid(path.lastIndexOf('/') + 1);
     const QByteArray name = folder_of(path) + "/.aerolith-" +
                             QCryptographicHash::hash(own_name, QCryptographicHash::Sha1).toHex();
 
+    const auto act = [&] {
+        return name_and_replace(unnamed.constData(), name.constData(), path.constData());
+    };
+
     const pid_t process = ::fork();
     if (process < 0)
-        return name_and_replace(unnamed.constData(), name.constData(), path.constData());
+        return act();
     if (process == 0) {
         ::setsid();
-        ::_exit(name_and_replace(unnamed.constData(), name.constData(), path.constData()));
+        ::_exit(act());
     }
+    // Who does not know how far the other process came does it again, which does no harm.
     int status = 0;
     while (::waitpid(process, &status, 0) < 0) {
-        if (errno == EINTR)
-            continue;
-        // Where ended processes are not waited for, the file itself tells.
-        struct stat written = {};
-        return ::fstat(file.fd, &written) == 0 && written.st_nlink == 1 ? 0 : EIO;
+        if (errno != EINTR)
+            return act();
     }
-    return WIFEXITED(status) ? WEXITSTATUS(status) : EIO;
+    return WIFEXITED(status) ? WEXITSTATUS(status) : act();
 }
 
-Outcome publish(const Descriptor& file, const QByteArray& path) {
+// Until it is whole the file has no name: nothing is left of it when the program ends.
+int write_unnamed(const QByteArray& path, const struct stat* old, const QByteArray& bytes) {
+    const Descriptor file(
+        ::open(folder_of(path).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
+    if (file.fd < 0)
+        return errno;
+    const int error = fill(file.fd, path, old, bytes);
+    if (error != 0)
+        return error;
     const QByteArray unnamed = "/proc/self/fd/" + QByteArray::number(file.fd);
     if (::linkat(AT_FDCWD, unnamed.constData(), AT_FDCWD, path.constData(), AT_SYMLINK_FOLLOW) == 0)
-        return Outcome::written;
-    if (errno != EEXIST)
-        return Outcome::not_possible;
-    switch (name_and_replace_undisturbed(file, path)) {
-    case 0:
-        return Outcome::written;
-    case ENOENT:
-    case EEXIST:
-        return Outcome::overtaken;
-    default:
-        return Outcome::not_possible;
-    }
+        return 0;
+    return errno == EEXIST ? name_and_replace_undisturbed(unnamed, path) : errno;
 }
 
 // For file systems without unnamed files.
-Outcome write_named(const QByteArray& path, const QByteArray& bytes) {
-    QSaveFile file(QFile::decodeName(path));
-    const bool written =
-        file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-    return written ? Outcome::written : Outcome::failed;
+int write_named(const QByteArray& path, const struct stat* old, const QByteArray& bytes) {
+    const QByteArray name =
+        folder_of(path) + "/.aerolith-" + QUuid::createUuid().toByteArray(QUuid::Id128);
+    const Descriptor file(::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, 0666));
+    if (file.fd < 0)
+        return errno;
+    int error = fill(file.fd, path, old, bytes);
+    if (error == 0 && ::rename(name.constData(), path.constData()) != 0)
+        error = errno;
+    if (error != 0)
+        ::unlink(name.constData());
+    return error;
 }
 
-// @param old the file at @p path, null for none
-Outcome write_replacing(const QByteArray& path, const struct stat* old, const QByteArray& bytes) {
-    // Until it is whole the file has no name: nothing is left of it when the program ends.
-    const Descriptor file(
-        ::open(folder_of(path).constData(), O_TMPFILE | O_WRONLY | O_CLOEXEC, 0666));
-    if (file.fd < 0) {
-        if (errno == EACCES || errno == EPERM || errno == EROFS)
-            return Outcome::not_possible;
-        return write_named(path, bytes);
-    }
-    if (old && !take_permissions(file.fd, path, *old))
-        return Outcome::not_possible;
-    if (write_bytes(file.fd, bytes.constData(), bytes.size()) != bytes.size() ||
-        ::fsync(file.fd) != 0)
-        return Outcome::failed;
-    return publish(file, path);
+// Whether an error tells that such a new file is not to be had, here or with these permissions.
+// After any other the disk may be full or failing, and the old bytes are best left alone.
+bool means_no_new_file(int error) {
+    constexpr int known[] = {EACCES, EBUSY, EINVAL, EISDIR, ENAMETOOLONG, ENOENT,
+                             ENOSYS, EPERM, ERANGE, EROFS,  EXDEV,        EOPNOTSUPP};
+    return std::find(std::begin(known), std::end(known), error) != std::end(known);
 }
 
 // Keeps two windows from writing into each other; not for ever, others may hold locks too.
@@ -196,30 +202,46 @@ void lock_for_a_while(int fd) {
 }
 
 // The bytes that writing @p size bytes to a file overwrites.
-bool read_start(const QByteArray& path, qsizetype size, QByteArray& start) {
-    QFile file(QFile::decodeName(path));
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-        return false;
-    start = file.read(size);
-    return file.error() == QFileDevice::NoError;
+bool read_start(int fd, qsizetype size, QByteArray& start) {
+    start.resize(size);
+    qsizetype done = 0;
+    ssize_t step = 1;
+    while (done < size && step != 0) {
+        step = ::pread(fd, start.data() + done, std::size_t(size - done), done);
+        if (step < 0 && errno != EINTR)
+            return false;
+        done += std::max<ssize_t>(step, 0);
+    }
+    start.truncate(done);
+    return true;
 }
 
-bool write_in_place(const QByteArray& path, const QByteArray& bytes) {
+// Finds out that a disk is full before an old byte is lost.
+bool has_room(int fd, qsizetype size) {
+    return size == 0 || ::fallocate(fd, 0, 0, size) == 0 ||
+           (errno != ENOSPC && errno != EDQUOT && errno != EFBIG);
+}
+
+bool write_in_place(const QByteArray& path, const QByteArray& bytes, bool regular) {
     // Does not wait for the reader of a pipe.
-    const Descriptor file(::open(path.constData(), O_WRONLY | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    const Descriptor file(::open(path.constData(), (regular ? O_RDWR : O_WRONLY) | O_NONBLOCK |
+                                                       O_NOCTTY | O_CLOEXEC));
     struct stat old = {};
-    if (file.fd < 0 || ::fstat(file.fd, &old) != 0)
+    if (file.fd < 0 || ::fstat(file.fd, &old) != 0 || S_ISREG(old.st_mode) != regular)
         return false;
-    if (!S_ISREG(old.st_mode))
+    if (!regular)
         return write_bytes(file.fd, bytes.constData(), bytes.size()) == bytes.size();
 
     lock_for_a_while(file.fd);
     QByteArray start;
-    if (::fstat(file.fd, &old) != 0 || !read_start(path, bytes.size(), start))
+    if (::fstat(file.fd, &old) != 0 || !read_start(file.fd, bytes.size(), start))
         return false;
-    const qsizetype done = write_bytes(file.fd, bytes.constData(), bytes.size());
-    if (done == bytes.size() && ::fsync(file.fd) == 0 && ::ftruncate(file.fd, done) == 0)
-        return true;
+    qsizetype done = 0;
+    if (has_room(file.fd, bytes.size())) {
+        done = write_bytes(file.fd, bytes.constData(), bytes.size());
+        if (done == bytes.size() && ::fsync(file.fd) == 0 && ::ftruncate(file.fd, done) == 0)
+            return true;
+    }
     // The place that the old bytes have had takes them again.
     ::lseek(file.fd, 0, SEEK_SET);
     write_bytes(file.fd, start.constData(), std::min(done, start.size()));
@@ -252,16 +274,17 @@ bool write_file(const QString& name, const QByteArray& bytes) {
     // Links of the system may lead to files by texts that are no paths.
     const bool same = exists && ::lstat(path.constData(), &end) == 0 && end.st_ino == old.st_ino &&
                       end.st_dev == old.st_dev;
+    const bool regular = exists && S_ISREG(old.st_mode);
     if (exists && (!same || !replaceable(old)))
-        return write_in_place(given, bytes);
+        return write_in_place(given, bytes, regular);
 
-    Outcome outcome = Outcome::overtaken;
-    for (int tries = 0; tries < 100 && outcome == Outcome::overtaken; ++tries)
-        outcome = write_replacing(path, exists ? &old : nullptr, bytes);
-    if (outcome == Outcome::not_possible && exists)
-        return write_in_place(path, bytes);
-    // A file system may have unnamed files and yet give them no name.
-    if (outcome == Outcome::not_possible)
-        outcome = write_named(path, bytes);
-    return outcome == Outcome::written;
+    const struct stat* replaced = exists ? &old : nullptr;
+    int error = overtaken;
+    for (int tries = 0; tries < 100 && error == overtaken; ++tries)
+        error = write_unnamed(path, replaced, bytes);
+    if (means_no_new_file(error))
+        error = write_named(path, replaced, bytes);
+    if (means_no_new_file(error) && exists)
+        return write_in_place(path, bytes, regular);
+    return error == 0;
 }

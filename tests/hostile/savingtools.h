@@ -8,6 +8,7 @@
 
 #include <functional>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 
@@ -27,6 +28,23 @@ pid_t in_other_process(const std::function<void()>& work);
 
 /// Waits for @p process. @return its exit code, -1 if it was killed
 int result_of(pid_t process);
+
+/// While it lives a resource of this process is limited.
+class Limit {
+public:
+    Limit(__rlimit_resource_t limited, rlim_t amount) : resource(limited) {
+        ::getrlimit(resource, &before);
+        const rlimit limit = {amount, before.rlim_max};
+        ::setrlimit(resource, &limit);
+    }
+    Limit(const Limit&) = delete;
+    Limit& operator=(const Limit&) = delete;
+    ~Limit() { ::setrlimit(resource, &before); }
+
+private:
+    const __rlimit_resource_t resource;
+    rlimit before = {};
+};
 
 /// @name Files
 /// Those that change something fail the test when they fail.

@@ -4,6 +4,7 @@
 #include "hostile/savingtools.h"
 
 #include <QCryptographicHash>
+#include <QDir>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -25,6 +26,12 @@ namespace {
 const QByteArray old_content(5000, 'o');
 const QByteArray new_content(3000, 'n');
 
+// That the new file has for a moment before it becomes "old".
+QString name_of_new_file() {
+    const QByteArray hash = QCryptographicHash::hash("old", QCryptographicHash::Sha1).toHex();
+    return u".aerolith-"_s + QString::fromLatin1(hash);
+}
+
 } // namespace
 
 class tst_interrupted_saving : public QObject {
@@ -37,9 +44,12 @@ private slots:
     void killed_data();
     void killed();
     void stale_name_removed();
+    void name_in_the_way_data();
+    void name_in_the_way();
     void two_windows_data();
     void two_windows();
     void ended_processes_not_waited_for();
+    void no_further_process();
 
 private:
     QString path(const QString& name) const { return dir->filePath(name); }
@@ -119,12 +129,30 @@ void tst_interrupted_saving::killed() {
 // Somebody who ended the naming process, too, or a power failure has left its name.
 void tst_interrupted_saving::stale_name_removed() {
     put(path(u"old"_s), old_content);
-    const QByteArray hash = QCryptographicHash::hash("old", QCryptographicHash::Sha1).toHex();
-    put(path(u".aerolith-"_s) + QString::fromLatin1(hash), "half");
+    put(path(name_of_new_file()), "half");
     QCOMPARE(listing(dir->path()).size(), 2);
     QVERIFY(write_file(path(u"old"_s), new_content));
     QCOMPARE(listing(dir->path()), QStringList(u"old"_s));
     QCOMPARE(content(path(u"old"_s)), new_content);
+}
+
+void tst_interrupted_saving::name_in_the_way_data() {
+    QTest::addColumn<bool>("through_link");
+    QTest::newRow("folder") << false;
+    QTest::newRow("folder-through-link") << true;
+}
+
+// What cannot be removed does not forbid saving.
+void tst_interrupted_saving::name_in_the_way() {
+    QFETCH(bool, through_link);
+    put(path(u"old"_s), old_content);
+    QVERIFY(QDir(dir->path()).mkdir(name_of_new_file()));
+    if (through_link)
+        soft_link(u"old"_s, path(u"link"_s));
+    const QStringList files = listing(dir->path());
+    QVERIFY(write_file(path(through_link ? u"link"_s : u"old"_s), new_content));
+    QCOMPARE(content(path(u"old"_s)), new_content);
+    QCOMPARE(listing(dir->path()), files);
 }
 
 void tst_interrupted_saving::two_windows_data() {
@@ -178,6 +206,24 @@ void tst_interrupted_saving::ended_processes_not_waited_for() {
     const auto handler = std::signal(SIGCHLD, SIG_IGN);
     const bool written = write_file(path(u"old"_s), new_content);
     std::signal(SIGCHLD, handler);
+    QVERIFY(written);
+    QVERIFY(status_of(path(u"old"_s)).st_ino != before);
+    QCOMPARE(content(path(u"old"_s)), new_content);
+    QCOMPARE(listing(dir->path()), QStringList(u"old"_s));
+}
+
+void tst_interrupted_saving::no_further_process() {
+    put(path(u"old"_s), old_content);
+    const ino_t before = status_of(path(u"old"_s)).st_ino;
+    const bool written = [this] {
+        const Limit limited(RLIMIT_NPROC, 0);
+        const pid_t process = ::fork();
+        if (process == 0)
+            ::_exit(0);
+        if (process > 0)
+            ::waitpid(process, nullptr, 0);
+        return process < 0 && write_file(path(u"old"_s), new_content);
+    }();
     QVERIFY(written);
     QVERIFY(status_of(path(u"old"_s)).st_ino != before);
     QCOMPARE(content(path(u"old"_s)), new_content);

@@ -4,15 +4,17 @@
 #include "document/savefile.h"
 #include "hostile/savingtools.h"
 
+#include <QDataStream>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <algorithm>
 #include <memory>
 
-#include <sys/resource.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 using namespace Qt::StringLiterals;
@@ -22,18 +24,36 @@ namespace {
 const QByteArray old_content(5000, 'o');
 const QByteArray new_content(3000, 'n');
 
-class FileSizeLimit {
-public:
-    explicit FileSizeLimit(rlim_t bytes) {
-        ::getrlimit(RLIMIT_FSIZE, &before);
-        const rlimit limit = {bytes, before.rlim_max};
-        ::setrlimit(RLIMIT_FSIZE, &limit);
-    }
-    ~FileSizeLimit() { ::setrlimit(RLIMIT_FSIZE, &before); }
+// An access list as files and folders hold it: the owner, user 1234, the group, a mask, others.
+QByteArray access_list() {
+    constexpr quint32 unnamed = 0xffffffff;
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    stream << quint32(2);
+    const auto entry = [&](quint16 kind, quint16 rights, quint32 id) {
+        stream << kind << rights << id;
+    };
+    entry(1, 6, unnamed);
+    entry(2, 6, 1234);
+    entry(4, 4, unnamed);
+    entry(16, 6, unnamed);
+    entry(32, 0, unnamed);
+    return bytes;
+}
 
-private:
-    rlimit before = {};
-};
+int set_list(const QString& path, const char* kind) {
+    const QByteArray bytes = access_list();
+    return ::setxattr(QFile::encodeName(path).constData(), kind, bytes.constData(),
+                      std::size_t(bytes.size()), 0);
+}
+
+QByteArray list_of(const QString& path) {
+    char bytes[1024];
+    const ssize_t size = ::getxattr(QFile::encodeName(path).constData(), "system.posix_acl_access",
+                                    bytes, sizeof bytes);
+    return QByteArray(bytes, std::max<ssize_t>(size, 0));
+}
 
 } // namespace
 
@@ -53,6 +73,8 @@ private slots:
     void dangling_link();
     void permissions_kept_data();
     void permissions_kept();
+    void access_list_kept_data();
+    void access_list_kept();
     void names_data();
     void names();
     void spline_file_return_values();
@@ -235,6 +257,36 @@ void tst_saving::permissions_kept() {
     QCOMPARE(status_of(path(u"new"_s)).st_mode & 07777U, 0640U);
 }
 
+void tst_saving::access_list_kept_data() {
+    QTest::addColumn<bool>("of_file");
+    QTest::addColumn<bool>("of_folder");
+    QTest::newRow("of-file") << true << false;
+    QTest::newRow("of-new-files-of-folder") << false << true;
+    QTest::newRow("of-both") << true << true;
+}
+
+// A folder may give new files a list; who could not read the old file cannot read the new one.
+void tst_saving::access_list_kept() {
+    QFETCH(bool, of_file);
+    QFETCH(bool, of_folder);
+    const QString name = path(u"old"_s);
+    put(name, old_content);
+    set_mode(name, 0640);
+    if (of_file && set_list(name, "system.posix_acl_access") != 0)
+        QSKIP("this file system has no access lists");
+    if (of_folder && set_list(dir->path(), "system.posix_acl_default") != 0)
+        QSKIP("this file system has no access lists");
+    const QByteArray list = list_of(name);
+    const struct stat before = status_of(name);
+    QCOMPARE(list.isEmpty(), !of_file);
+
+    QVERIFY(write_file(name, new_content));
+
+    QVERIFY(status_of(name).st_ino != before.st_ino);
+    QCOMPARE(list_of(name), list);
+    QCOMPARE(status_of(name).st_mode, before.st_mode);
+}
+
 void tst_saving::names_data() {
     QTest::addColumn<QString>("name");
     QTest::newRow("longest") << QString(255, u'x');
@@ -329,7 +381,7 @@ void tst_saving::size_limit() {
     const QStringList files = listing(dir->path());
 
     const auto written = [&] {
-        const FileSizeLimit limited(limit);
+        const Limit limited(RLIMIT_FSIZE, limit);
         return write_file(path(u"old"_s), QByteArray(10'000, 'n'));
     }();
 
