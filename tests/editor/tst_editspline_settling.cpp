@@ -17,6 +17,8 @@ private slots:
     void rests_after_two_frames();
     void asks_for_the_second_frame_data();
     void asks_for_the_second_frame();
+    void rests_after_many_frames_at_once_data();
+    void rests_after_many_frames_at_once();
     void asks_for_nothing_at_rest();
     void ends_without_rest_data();
     void ends_without_rest();
@@ -94,6 +96,30 @@ void tst_editspline_settling::asks_for_the_second_frame() {
     QCOMPARE(at_trailing_edge(editor), !moves);
     QVERIFY(paint_until_idle(editor));
     QCOMPARE(editor.paints, before + (moves ? 2 : 1));
+    QVERIFY(at_trailing_edge(editor));
+}
+
+void tst_editspline_settling::rests_after_many_frames_at_once_data() {
+    QTest::addColumn<int>("frames");
+
+    for (int frames = 1; frames <= 12; ++frames)
+        QTest::addRow("%d-frames", frames) << frames;
+}
+
+// Edits that come faster than the frames that each of them asks for.
+void tst_editspline_settling::rests_after_many_frames_at_once() {
+    QFETCH(int, frames);
+
+    TestEditor editor;
+    editor.show();
+    QVERIFY(QTest::qWaitForWindowActive(&editor));
+    QVERIFY(paint_until_idle(editor));
+    for (int i = 0; i < frames; ++i) {
+        editor.set_points(arch);
+        editor.repaint();
+    }
+    QVERIFY(!at_trailing_edge(editor));
+    QVERIFY(paint_until_idle(editor));
     QVERIFY(at_trailing_edge(editor));
 }
 
