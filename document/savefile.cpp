@@ -218,7 +218,7 @@ bool read_start(int fd, qsizetype size, QByteArray& start) {
 
 // Finds out that a disk is full before an old byte is lost.
 bool has_room(int fd, qsizetype size) {
-    return size == 0 || ::fallocate(fd, 0, 0, size) == 0 ||
+    return size == 0 || ::fallocate(fd, FALLOC_FL_KEEP_SIZE, 0, size) == 0 ||
            (errno != ENOSPC && errno != EDQUOT && errno != EFBIG);
 }
 
@@ -258,7 +258,8 @@ bool replaceable(const struct stat& old) {
 } // namespace
 
 bool write_file(const QString& name, const QByteArray& bytes) {
-    if (name.isEmpty())
+    // The system would take a name to end at a null character.
+    if (name.isEmpty() || name.contains(QChar::Null))
         return false;
     const SizeSignalIgnored guard;
     const QByteArray given = QFile::encodeName(name);

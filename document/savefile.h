@@ -12,6 +12,6 @@
 /// cannot stand for the old one (a folder that forbids new files, a file with
 /// several hard links or of another owner, a device), the bytes are written in
 /// place. A full or failing disk is no reason for that: the file is left alone.
-/// @return whether all bytes are known to be written; false for an empty name, a
-///         folder, and a target without write permission
+/// @return whether all bytes are known to be written; false for an empty name, one
+///         with a null character, a folder, and a target without write permission
 bool write_file(const QString& name, const QByteArray& bytes);

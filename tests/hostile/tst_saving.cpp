@@ -175,6 +175,8 @@ void tst_saving::in_place() {
 void tst_saving::refused_data() {
     QTest::addColumn<QString>("name");
     QTest::newRow("empty-name") << u""_s;
+    QTest::newRow("null-character-in-a-new-name") << u"new"_s + QChar(QChar::Null) + u"name"_s;
+    QTest::newRow("null-character-after-a-name") << u"old"_s + QChar(QChar::Null);
     QTest::newRow("folder") << u"folder"_s;
     QTest::newRow("folder-with-slash") << u"folder/"_s;
     QTest::newRow("link-to-folder") << u"link-to-folder"_s;
