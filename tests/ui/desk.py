@@ -3,6 +3,7 @@
 import ctypes
 import mmap
 import os
+import shlex
 import shutil
 import signal
 import struct
@@ -133,9 +134,11 @@ class Desk:
             self.frame = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         header = struct.unpack(">25I", self.frame[:100])
         self.pixels_at = header[0] + 12 * header[19]
-        self._start(["openbox"], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-        wait_for(lambda: "window id" in self.ask("xprop", "-root", "_NET_SUPPORTING_WM_CHECK"),
-                 "the window manager")
+        # It announces itself before it manages windows, and one that comes between stays hidden.
+        ready = os.path.join(self.folder, "managed")
+        self._start(["openbox", "--startup", f"touch {shlex.quote(ready)}"], stdout=subprocess.DEVNULL,
+                    stderr=subprocess.DEVNULL)
+        wait_for(lambda: os.path.exists(ready), "the window manager")
 
     def ask(self, *command):
         """The output of a command run on this display."""
