@@ -91,7 +91,7 @@ def check_links_and_paths():
 
 
 def window_texts():
-    """The texts of the form and of the drawing area's menu, with and without a remark at the end."""
+    """Texts of the form and of the drawing area's menu, with and without a remark at the end."""
     form = re.findall(r"<string[^>]*>([^<]*)</string>", read("app/mainwindow.ui"))
     menu = re.findall(r'addAction\(tr\("([^"]*)"\)\)', read("editor/editspline_events.cpp"))
     texts = {text.strip() for text in form + menu}

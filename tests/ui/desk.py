@@ -136,8 +136,8 @@ class Desk:
         self.pixels_at = header[0] + 12 * header[19]
         # It announces itself before it manages windows, and one that comes between stays hidden.
         ready = os.path.join(self.folder, "managed")
-        self._start(["openbox", "--startup", f"touch {shlex.quote(ready)}"], stdout=subprocess.DEVNULL,
-                    stderr=subprocess.DEVNULL)
+        self._start(["openbox", "--startup", f"touch {shlex.quote(ready)}"],
+                    stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for(lambda: os.path.exists(ready), "the window manager")
 
     def ask(self, *command):
