@@ -72,10 +72,11 @@ bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     return true;
 }
 
-void MainWindow::changeEvent(QEvent* event) {
-    QMainWindow::changeEvent(event);
+bool MainWindow::event(QEvent* event) {
+    const bool taken = QMainWindow::event(event);
     if (event->type() == QEvent::ApplicationPaletteChange)
         keep_ground_light();
+    return taken;
 }
 
 void MainWindow::keep_ground_light() {

@@ -31,7 +31,7 @@ public:
     /// Lists @p poly (chord units) in the table pane.
     void Write_BaseTable(QPolygonF poly);
 
-    void changeEvent(QEvent* event) override;
+    bool event(QEvent* event) override;
     bool eventFilter(QObject* watched, QEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
