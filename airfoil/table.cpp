@@ -5,17 +5,43 @@
 #include "numerics/transform.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iterator>
 
 namespace {
 
-QString column(double value) {
-    return QString::number(value, 'f', 5).rightJustified(7, QLatin1Char(' '));
+// Five decimals as the toolkit gives them, at least seven characters. It goes to the last digit
+// of any number; where the decimals behind the fifth are not about one half, this finds the
+// same text in a fraction of the time.
+void append_column(QString& table, double value) {
+    constexpr double longest = 1e4;
+    constexpr double about = 1e-6;
+    const double scaled = std::abs(value) * 1e5;
+    const bool is_plain =
+        std::abs(value) < longest && std::abs(scaled - std::floor(scaled) - 0.5) > about;
+    if (!is_plain) {
+        table += QString::number(value, 'f', 5).rightJustified(7, QLatin1Char(' '));
+        return;
+    }
+    char digits[12];
+    char* const end = std::end(digits);
+    char* c = end;
+    auto rest = quint32(scaled + 0.5);
+    for (int i = 0; i <= 5 || rest != 0; ++i) {
+        if (i == 5)
+            *--c = '.';
+        *--c = char('0' + rest % 10);
+        rest /= 10;
+    }
+    if (value < 0.0)
+        *--c = '-';
+    table += QLatin1String(c, end - c);
 }
 
 void append_row(QString& table, double x, double y) {
-    table += column(x);
+    append_column(table, x);
     table += QLatin1String("   ");
-    table += column(y);
+    append_column(table, y);
     table += QLatin1String(" \t\n");
 }
 

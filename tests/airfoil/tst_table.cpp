@@ -190,6 +190,10 @@ void tst_table::random_numbers() {
         // Halves of the last decimal, exact and nearly so.
         values += (double(random.bounded(200000)) + 0.5) * 1e-5;
         values += double(random.bounded(65536)) / 65536.0;
+        values += (random.generateDouble() - 0.5) * 3e4;
+        const double almost = 0.5 + 4e-6 * (random.generateDouble() - 0.5);
+        values += (double(random.bounded(2'000'000'000)) + almost) * 1e-5;
+        values += (double(random.bounded(100'000)) + almost) * -1e-5;
     }
     for (const double value : std::as_const(values)) {
         QCOMPARE(inner_rows({{1.0, 0.0}, {0.25, value}}), row(0.25, value));
