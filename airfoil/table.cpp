@@ -10,28 +10,27 @@
 
 namespace {
 
-// Five decimals as the toolkit gives them, at least seven characters. It goes to the last digit
-// of any number; where the decimals behind the fifth are not about one half, this finds the
-// same text in a fraction of the time.
+// Five decimals as the toolkit gives them, at least seven characters. It forms every digit of
+// any number. This takes a fraction of the time: the product is rounded once, and never over
+// one half, so it tells to which side to round unless it is one half itself.
 void append_column(QString& table, double value) {
     constexpr double longest = 1e4;
-    constexpr double about = 1e-6;
     const double scaled = std::abs(value) * 1e5;
-    const bool is_plain =
-        std::abs(value) < longest && std::abs(scaled - std::floor(scaled) - 0.5) > about;
-    if (!is_plain) {
+    const double whole = std::floor(scaled);
+    const double rest = scaled - whole;
+    if (!(std::abs(value) < longest) || rest == 0.5) {
         table += QString::number(value, 'f', 5).rightJustified(7, QLatin1Char(' '));
         return;
     }
     char digits[12];
     char* const end = std::end(digits);
     char* c = end;
-    auto rest = quint32(scaled + 0.5);
-    for (int i = 0; i <= 5 || rest != 0; ++i) {
+    quint32 number = quint32(whole) + (rest > 0.5 ? 1 : 0);
+    for (int i = 0; i <= 5 || number != 0; ++i) {
         if (i == 5)
             *--c = '.';
-        *--c = char('0' + rest % 10);
-        rest /= 10;
+        *--c = char('0' + number % 10);
+        number /= 10;
     }
     if (value < 0.0)
         *--c = '-';

@@ -180,7 +180,19 @@ void tst_table::number_texts() {
 // Any bits that a double can have, and any coordinate that a section can have.
 void tst_table::random_numbers() {
     QRandomGenerator random(5);
-    QList<double> values = {0.0, -0.0, 1e300, -1e300, 1.7976931348623157e308, 2.5, 0.5, -0.5};
+    QList<double> values = {0.0,
+                            -0.0,
+                            1e300,
+                            -1e300,
+                            1.7976931348623157e308,
+                            2.5,
+                            0.5,
+                            -0.5,
+                            5e-6,
+                            4.9999999999999996e-6,
+                            9999.999995,
+                            9999.99999500001,
+                            10000.0};
     for (int i = 0; i < 6000; ++i) {
         const quint64 bits = random.generate64();
         double value = 0.0;
@@ -191,9 +203,8 @@ void tst_table::random_numbers() {
         values += (double(random.bounded(200000)) + 0.5) * 1e-5;
         values += double(random.bounded(65536)) / 65536.0;
         values += (random.generateDouble() - 0.5) * 3e4;
-        const double almost = 0.5 + 4e-6 * (random.generateDouble() - 0.5);
-        values += (double(random.bounded(2'000'000'000)) + almost) * 1e-5;
-        values += (double(random.bounded(100'000)) + almost) * -1e-5;
+        const double half = (double(random.bounded(1'000'000'000)) + 0.5) * 1e-5;
+        values += {std::nextafter(half, 0.0), half, std::nextafter(half, 1e9), -half};
     }
     for (const double value : std::as_const(values)) {
         QCOMPARE(inner_rows({{1.0, 0.0}, {0.25, value}}), row(0.25, value));
