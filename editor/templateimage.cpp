@@ -21,26 +21,43 @@ constexpr qint64 most_pixels = qint64(16) << 20;
 // too many.
 constexpr qsizetype longest_path = 20'000;
 
-// Draws an outline in pieces. Each begins with the last line of the one before, so that every
-// corner has its join, and none ends in a cap of its own.
-void draw_in_pieces(QPainter* painter, QPolygonF outline) {
-    outline << outline[0] << outline[1];
+// Draws the lines of a closed outline that begin at the points first .. last, and the one
+// behind them, so that the corner before it has its join.
+void draw_lines(QPainter* painter, const QPolygonF& outline, qsizetype first, qsizetype last) {
+    const qsizetype size = outline.size();
+    qsizetype end = last + 2;
+    while (end - last <= size && outline[end % size] == outline[(last + 1) % size])
+        ++end;
+    QPolygonF run = outline.mid(first, last - first + 1);
+    for (qsizetype i = last + 1; i <= end; ++i)
+        run << outline[i % size];
+    painter->drawPolyline(run);
+}
+
+// Draws a closed outline in runs of those lines that come within a rectangle, all for none.
+void draw_in_runs(QPainter* painter, const QPolygonF& outline, const QRectF& within) {
     const QPen pen = painter->pen();
+    // A cap would stand out where the next run begins.
     QPen uncapped = pen;
     uncapped.setCapStyle(Qt::FlatCap);
     painter->setPen(uncapped);
-    for (qsizetype i = 0; i + 2 < outline.size(); i += longest_path - 2) {
-        const qsizetype points = std::min(longest_path, outline.size() - i);
-        painter->drawPolyline(outline.constData() + i, int(points));
+    const auto is_shown = [&](QPointF a, QPointF b) {
+        return within.isNull() || (std::min(a.x(), b.x()) <= within.right() &&
+                                   std::max(a.x(), b.x()) >= within.left() &&
+                                   std::min(a.y(), b.y()) <= within.bottom() &&
+                                   std::max(a.y(), b.y()) >= within.top());
+    };
+    qsizetype first = 0;
+    for (qsizetype i = 0; i < outline.size(); ++i) {
+        const bool is_last = i + 1 == outline.size();
+        const bool shown = is_shown(outline[i], outline[is_last ? 0 : i + 1]);
+        if (shown && !is_last && i - first + 1 < longest_path)
+            continue;
+        if (shown || first < i)
+            draw_lines(painter, outline, first, shown ? i : i - 1);
+        first = i + 1;
     }
     painter->setPen(pen);
-}
-
-void draw_closed(QPainter* painter, const QPolygonF& outline) {
-    if (outline.size() <= longest_path)
-        painter->drawPolygon(outline);
-    else
-        draw_in_pieces(painter, outline);
 }
 
 // Whether the painter's pixels are either drawn or not, so that an image can hold them.
@@ -98,14 +115,18 @@ void TemplateImage::paint(QPainter* painter, const QPolygonF& outline) {
 }
 
 void TemplateImage::draw(QPainter* painter, const QPolygonF& outline, const QRectF& part) {
+    const QRectF within = part.isNull() ? part : part.adjusted(-margin, -margin, margin, margin);
     painter->setBrush(QBrush(Qt::red));
     for (const QPointF& point : outline) {
-        if (part.isNull() || part.contains(point))
+        if (part.isNull() || within.contains(point))
             painter->drawEllipse(point, point_radius, point_radius);
     }
     painter->setBrush(Qt::NoBrush);
     painter->setPen(QPen(QBrush(Qt::blue), outline_width));
-    draw_closed(painter, outline);
+    if (outline.size() < 3 || (part.isNull() && outline.size() <= longest_path))
+        painter->drawPolygon(outline);
+    else
+        draw_in_runs(painter, outline, within);
 }
 
 bool TemplateImage::differ_by_shift(const Picture& a, const Picture& b) {
@@ -193,8 +214,8 @@ bool TemplateImage::show(QPainter* painter, const Picture& picture) const {
         if (!drawn.isEmpty()) {
             painter->setClipRegion(drawn);
             painter->setTransform(picture.transform * to_device);
-            const QRectF part = picture.transform.inverted().mapRect(QRectF(drawn.boundingRect()));
-            draw(painter, picture.outline, part.adjusted(-margin, -margin, margin, margin));
+            const QRectF part(drawn.boundingRect());
+            draw(painter, picture.outline, picture.transform.inverted().mapRect(part));
         }
     }
     painter->restore();
