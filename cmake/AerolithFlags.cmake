@@ -21,6 +21,7 @@ if(AEROLITH_BUILD_FUZZERS)
 endif()
 
 if(AEROLITH_COVERAGE)
+  add_compile_definitions(AEROLITH_COVERAGE)
   add_compile_options(--coverage -O0 -g)
   add_link_options(--coverage)
 endif()

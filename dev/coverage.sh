@@ -14,6 +14,9 @@ build=build/coverage
 layers=(numerics document airfoil editor app)
 configure "$build" --preset coverage -DAEROLITH_BUILD_TESTS=ON
 cmake --build "$build"
+# Tests of saving run as another user, who writes counts too.
+umask 000
+chmod -R a+rwX "$build"
 # Counts of an earlier run would be added to those of this one.
 find "$build" -name '*.gcda' -delete
 ctest --test-dir "$build" --output-on-failure --parallel "$(nproc)" "$@"

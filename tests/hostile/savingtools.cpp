@@ -15,9 +15,22 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#ifdef AEROLITH_COVERAGE
+extern "C" void __gcov_dump();
+#endif
+
 Prepared prepared;
 
 namespace {
+
+// Ends a process that shall not run what its parent has left for the end.
+[[noreturn]] void end_process(int result) {
+    std::fflush(nullptr);
+#ifdef AEROLITH_COVERAGE
+    __gcov_dump();
+#endif
+    ::_exit(result);
+}
 
 bool told(bool done, const char* what) {
     if (!done)
@@ -69,8 +82,7 @@ int run_as_ordinary_user(const std::function<int()>& test) {
         const bool known = ::write(to_parent[1], prepared.folder.constData(),
                                    std::size_t(prepared.folder.size())) > 0;
         const int result = ordinary && known ? test() : 1;
-        std::fflush(nullptr);
-        ::_exit(result);
+        end_process(result);
     }
     // Or the reading below would wait for what this process itself may write.
     ::close(to_parent[1]);
@@ -87,7 +99,7 @@ pid_t in_other_process(const std::function<void()>& work) {
     const pid_t process = ::fork();
     if (process == 0) {
         work();
-        ::_exit(0);
+        end_process(0);
     }
     return process;
 }
