@@ -8,6 +8,7 @@ import re
 import shutil
 import sys
 import tempfile
+import time
 
 import section
 from desk import Desk, Failure, wait_for
@@ -422,6 +423,18 @@ class Road:
         if off > 1.0001e-5:
             raise Failure(f"reopening moved the curve by {off} chords")
 
+    def refuse_a_point(self):
+        """A spline takes 30 points; whoever wants one more is told so at the mouse."""
+        x, y = self.at(0.5, 0.3)
+        for i in range(30 - len(self.drawing.CP)):
+            self.menu((x + 3 * i, y), APPEND)
+        self.menu((x, y), APPEND)
+        # Long enough for the window to get the focus back, which hides tool tips.
+        time.sleep(1.0)
+        if not self.desk.windows("tip"):
+            raise Failure("nobody is told that there are points enough")
+        self.keep("refused")
+
 
 def play(arguments, out, home):
     size = tuple(map(int, arguments.size.split("x")))
@@ -450,6 +463,7 @@ def play(arguments, out, home):
         road.pictures = pictures
         road.start()
         road.reopen(folder / "turned.spl", folder / "turned.txt")
+        road.refuse_a_point()
         road.leave()
     print(f"{arguments.size}: {road.pictures} pictures, "
           f"the curve follows the template to {worst:.4f} chords, files are exact")
