@@ -5,6 +5,7 @@
 #include "document/parastruct.h"
 #include "editor/templateimage.h"
 
+#include <QBasicTimer>
 #include <QPoint>
 #include <QPointF>
 #include <QPolygonF>
@@ -165,6 +166,7 @@ public:
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void wheelEvent(QWheelEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
     /// @}
 
 public slots:
@@ -175,6 +177,7 @@ public slots:
 private:
     int selected_point() const;
     bool refuse_point();
+    void tell_point_limit();
     void paint_cursor_position(QPainter* painter);
     void paint_chord_ticks(QPainter* painter);
     void paint_thickness_lines(QPainter* painter);
@@ -184,6 +187,7 @@ private:
     const QPolygonF& template_outline();
 
     int settling_paints = 0;
+    QBasicTimer telling_again;
     bool saved = true;
 
     // What painting keeps of the template. The polygons share their data with the

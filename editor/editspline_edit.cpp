@@ -6,7 +6,7 @@
 
 #include <QCursor>
 #include <QMessageBox>
-#include <QTimer>
+#include <QTimerEvent>
 #include <QToolTip>
 
 #include <cmath>
@@ -44,14 +44,24 @@ void EditSpline::MovePoint(int dx, int dy) {
 bool EditSpline::refuse_point() {
     if (p->spline.point_count() < MAXNUMPOINTS)
         return false;
-    const auto tell = [this] {
-        const QString text = tr("A spline has at most %1 control points.").arg(MAXNUMPOINTS);
-        QToolTip::showText(QCursor::pos(), text, this);
-    };
-    tell();
+    tell_point_limit();
     // The focus comes back from the menu later, and hides every tool tip.
-    QTimer::singleShot(refocus_time, this, tell);
+    telling_again.start(refocus_time, this);
     return true;
+}
+
+void EditSpline::tell_point_limit() {
+    const QString text = tr("A spline has at most %1 control points.").arg(MAXNUMPOINTS);
+    QToolTip::showText(QCursor::pos(), text, this);
+}
+
+void EditSpline::timerEvent(QTimerEvent* event) {
+    if (event->timerId() != telling_again.timerId()) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    telling_again.stop();
+    tell_point_limit();
 }
 
 void EditSpline::New_Point_Insert(QPoint P) {
