@@ -44,6 +44,7 @@ struct EditorModel {
     QPointF to_chord(QPointF pixels) const;
 
     void set_points(const QPolygonF& points); ///< With uniform knots.
+    void set_point(int index, QPointF point) { spline.CP[index] = point; }
     void uniform_knots();
     QPolygonF points() const;
     bool has_selection() const;

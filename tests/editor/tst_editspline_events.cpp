@@ -1,10 +1,9 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Mouse, wheel and keys of the shown editor.
+// Mouse and wheel on the shown editor.
 #include "showneditor.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
 
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QTest>
 #include <QWheelEvent>
@@ -46,25 +45,9 @@ private slots:
     void wheel();
     void wheel_stops_data();
     void wheel_stops();
-    void arrow_keys_data();
-    void arrow_keys();
-    void arrow_key_at_zoom_two();
-    void return_keys_data();
-    void return_keys();
-    void delete_key_data();
-    void delete_key();
-    void escape_key();
-    void other_keys_data();
-    void other_keys();
 };
 
 namespace {
-
-void set_point(EditorModel& model, int index, QPointF point) {
-    QPolygonF points = model.points();
-    points[index] = point;
-    std::copy(points.begin(), points.end(), model.spline.CP);
-}
 
 void send_mouse(QWidget& widget, QEvent::Type type, QPointF position, Qt::MouseButton button,
                 Qt::MouseButtons held) {
@@ -175,7 +158,7 @@ void tst_editspline_events::press_at_a_fraction() {
     send_mouse(editor, QEvent::MouseMove, QPointF(200.25, 150.75), Qt::NoButton, Qt::LeftButton);
     QCOMPARE(editor.lastPos, QPoint(200, 151));
     COMPARE_BITS(editor.lastPosF, QPointF(100.625, 50.25));
-    set_point(model, 4, QPointF(200, 151));
+    model.set_point(4, QPointF(200, 151));
     paint_model(model, 1);
     COMPARE_POLYGON_BITS(editor.points(), model.points());
 }
@@ -205,7 +188,7 @@ void tst_editspline_events::drag() {
     EditorModel model = editor.model();
     for (const QPoint mouse : {QPoint(300, 150), QPoint(301, 150), QPoint(260, 360)}) {
         QTest::mouseMove(editor.handle(), mouse);
-        set_point(model, 7, QPointF((mouse.x() - pan.x()) / zoom, (mouse.y() - pan.y()) / zoom));
+        model.set_point(7, QPointF((mouse.x() - pan.x()) / zoom, (mouse.y() - pan.y()) / zoom));
         const int frames = editor.new_paints();
         QVERIFY(frames >= 1);
         paint_model(model, frames);
@@ -265,7 +248,7 @@ void tst_editspline_events::drag_left_and_middle() {
     send_mouse(editor, QEvent::MouseMove, QPointF(130, 180), Qt::NoButton,
                Qt::LeftButton | Qt::MiddleButton);
     QCOMPARE(editor.new_paints(), 2);
-    set_point(model, 4, QPointF(127, 176));
+    model.set_point(4, QPointF(127, 176));
     paint_model(model, 1);
     model.pan = QPointF(33, 84);
     paint_model(model, 1);
@@ -455,160 +438,6 @@ void tst_editspline_events::wheel_stops() {
     COMPARE_BITS(editor.f_scale, stop);
     send_wheel(editor, QPoint(0, -step));
     QVERIFY(editor.f_scale > 0.5 && editor.f_scale < 4.0);
-}
-
-void tst_editspline_events::arrow_keys_data() {
-    QTest::addColumn<Qt::Key>("key");
-    QTest::addColumn<QPointF>("step");
-    QTest::addColumn<int>("selected");
-
-    QTest::newRow("left") << Qt::Key_Left << QPointF(-1, 0) << 4;
-    QTest::newRow("up") << Qt::Key_Up << QPointF(0, -1) << 3;
-    QTest::newRow("right") << Qt::Key_Right << QPointF(1, 0) << 2;
-    QTest::newRow("down") << Qt::Key_Down << QPointF(0, 1) << 8;
-    QTest::newRow("left-without-selection") << Qt::Key_Left << QPointF(0, 0) << -1;
-    QTest::newRow("up-without-selection") << Qt::Key_Up << QPointF(0, 0) << -1;
-    QTest::newRow("right-without-selection") << Qt::Key_Right << QPointF(0, 0) << -1;
-    QTest::newRow("down-without-selection") << Qt::Key_Down << QPointF(0, 0) << -1;
-}
-
-void tst_editspline_events::arrow_keys() {
-    QFETCH(Qt::Key, key);
-    QFETCH(QPointF, step);
-    QFETCH(int, selected);
-
-    ShownEditor editor;
-    editor.pnt_selected = selected;
-    editor.p->spline.b_knots[5] = 0.4;
-    editor.rest();
-    EditorModel model = editor.model();
-    QTest::keyClick(&editor, key);
-    const int frames = editor.new_paints();
-    if (selected >= 0) {
-        QVERIFY(frames >= 1);
-        set_point(model, selected, model.points().at(selected) + step);
-        paint_model(model, frames);
-    } else {
-        QCOMPARE(frames, 0);
-    }
-    COMPARE_WITH_MODEL(editor, model);
-    COMPARE_BITS(editor.p->spline.b_knots[5], 0.4);
-}
-
-void tst_editspline_events::arrow_key_at_zoom_two() {
-    ShownEditor editor;
-    editor.f_scale = 2.0;
-    editor.pnt_selected = 2;
-    const QPointF before = editor.f_scale * editor.points().at(2) + editor.p_D;
-    QTest::keyClick(&editor, Qt::Key_Down);
-    const QPointF after = editor.f_scale * editor.points().at(2) + editor.p_D;
-    COMPARE_NEAR(after.y() - before.y(), 2.0, 1e-9);
-}
-
-void tst_editspline_events::return_keys_data() {
-    QTest::addColumn<Qt::Key>("key");
-
-    QTest::newRow("return") << Qt::Key_Return;
-    QTest::newRow("enter") << Qt::Key_Enter;
-}
-
-void tst_editspline_events::return_keys() {
-    QFETCH(Qt::Key, key);
-
-    ShownEditor editor;
-    editor.pnt_selected = 4;
-    editor.mousepressed = true;
-    const QPolygonF points = editor.points();
-    QTest::keyClick(&editor, key);
-    QCOMPARE(editor.mousepressed, false);
-    QCOMPARE(editor.pnt_selected, 4);
-    QCOMPARE(editor.points().size(), points.size());
-    QCOMPARE(editor.new_paints(), 1);
-}
-
-void tst_editspline_events::delete_key_data() {
-    QTest::addColumn<int>("selected");
-
-    QTest::newRow("inner-point") << 4;
-    QTest::newRow("nothing-selected") << -1;
-    QTest::newRow("selection-out-of-range") << 10;
-}
-
-void tst_editspline_events::delete_key() {
-    QFETCH(int, selected);
-
-    ShownEditor editor;
-    editor.pnt_selected = selected;
-    editor.mousepressed = true;
-    EditorModel model = editor.model();
-    QTest::keyPress(&editor, Qt::Key_Delete);
-    QCOMPARE(editor.mousepressed, false);
-    QCOMPARE(editor.pnt_selected, -1);
-    QCOMPARE(editor.new_paints(), 1);
-    if (selected == 4) {
-        QPolygonF points = model.points();
-        points.remove(4);
-        model.set_points(points);
-    }
-    paint_model(model, 1);
-    COMPARE_WITH_MODEL(editor, model);
-}
-
-void tst_editspline_events::escape_key() {
-    QWidget window;
-    TestEditor editor(editor_size, &window);
-    window.resize(editor_size);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QVERIFY(editor.isVisible());
-    QTest::keyClick(&editor, Qt::Key_Escape);
-    QVERIFY(!editor.isVisible());
-    QVERIFY(editor.isHidden());
-    QVERIFY(window.isVisible());
-}
-
-void tst_editspline_events::other_keys_data() {
-    QTest::addColumn<Qt::Key>("key");
-
-    QTest::newRow("letter") << Qt::Key_A;
-    QTest::newRow("space") << Qt::Key_Space;
-    QTest::newRow("backspace") << Qt::Key_Backspace;
-    QTest::newRow("page-up") << Qt::Key_PageUp;
-    QTest::newRow("function-key") << Qt::Key_F1;
-    QTest::newRow("handled-left") << Qt::Key_Left;
-    QTest::newRow("handled-delete") << Qt::Key_Delete;
-    QTest::newRow("handled-return") << Qt::Key_Return;
-}
-
-// A key that the editor has no use for must not reach the window around it.
-void tst_editspline_events::other_keys() {
-    QFETCH(Qt::Key, key);
-
-    class KeyCounter : public QWidget {
-    public:
-        int keys = 0;
-
-    protected:
-        void keyPressEvent(QKeyEvent*) override { ++keys; }
-    };
-    KeyCounter window;
-    TestEditor editor(editor_size, &window);
-    window.resize(editor_size);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    editor.set_settled_section();
-    editor.mousepressed = true;
-    QVERIFY(paint_until_idle(editor));
-    const QPolygonF points = editor.points();
-    const int paints = editor.paints;
-    QTest::keyPress(&editor, key);
-    QCOMPARE(window.keys, 0);
-    QVERIFY(editor.isVisible());
-    if (key != Qt::Key_Delete && key != Qt::Key_Return) {
-        QCOMPARE(editor.paints, paints);
-        QCOMPARE(editor.mousepressed, true);
-        COMPARE_POLYGON_BITS(editor.points(), points);
-    }
 }
 
 AEROLITH_TEST_MAIN(tst_editspline_events)
