@@ -26,7 +26,7 @@ class LayoutProbe {
 public:
     // Takes the next line of the table; false once no more are needed.
     bool take(const QString& text) {
-        const int j = lines++;
+        const qint64 j = lines++;
         colNum = 0;
         const QString line = clean(text);
         if (!is_numeric(line))
@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    int lines = 0;
+    qint64 lines = 0;
     int colNum = 0;
     double transX = 0.0;
     double xx[3] = {};
