@@ -1,15 +1,27 @@
 # SPDX-FileCopyrightText: Aerolith developers
-# aerolith_layer(<name> SOURCES <file>... LINKS <target>...)
+# aerolith_layer(<name> SOURCES <file>... LINKS <target>... [FOLDER <folder>] [HEADERS <file>...])
 #
-# Adds the library aerolith_<name> of the folder <name>. Its headers are
-# reached as "<name>/<file>" through a view folder that holds this layer alone,
-# and a layer sees the views of the layers it links: an include against the
-# order of the layers finds no file.
+# Adds the library aerolith_<name> of the folder <folder>, by default <name>. Its headers
+# are reached as "<folder>/<file>" through a view folder, and a layer sees the views of
+# the layers it links: an include against the order of the layers finds no file. The view
+# holds the whole folder, or just the headers named where two targets share a folder.
 function(aerolith_layer name)
-  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;LINKS")
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "FOLDER" "SOURCES;LINKS;HEADERS")
+  if(NOT arg_FOLDER)
+    set(arg_FOLDER ${name})
+  endif()
   set(view "${PROJECT_BINARY_DIR}/layers/${name}")
-  file(MAKE_DIRECTORY "${view}")
-  file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${view}/${name}" SYMBOLIC)
+  set(folder "${view}/${arg_FOLDER}")
+  if(arg_HEADERS)
+    file(REMOVE_RECURSE "${view}")
+    file(MAKE_DIRECTORY "${folder}")
+    foreach(header IN LISTS arg_HEADERS)
+      file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}/${header}" "${folder}/${header}" SYMBOLIC)
+    endforeach()
+  else()
+    file(MAKE_DIRECTORY "${view}")
+    file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${folder}" SYMBOLIC)
+  endif()
 
   add_library(aerolith_${name} STATIC ${arg_SOURCES})
   target_include_directories(aerolith_${name} PUBLIC "${view}")
