@@ -170,7 +170,10 @@ void MainWindow::JustSaveSplineFile(QString fileName) {
 }
 
 void MainWindow::on_actionSave_as_table_triggered() {
-    const QString name = opf->DialogWriteToFile();
+    save_table(opf->DialogWriteToFile());
+}
+
+void MainWindow::save_table(const QString& name) {
     spline_widget->Save_airfoil_table(name);
     if (name.isEmpty() || spline_widget->table_saved())
         return;

@@ -61,4 +61,7 @@ public slots:
 private:
     // Gives the window a light ground where the desktop's is too dark for the drawing.
     void keep_ground_light();
+
+    // Writes the spline as a table, and says so in a box when that fails.
+    void save_table(const QString& name);
 };
