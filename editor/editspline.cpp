@@ -2,27 +2,34 @@
 // State, view and mapping of the editor.
 #include "editor/editspline.h"
 
+#include "editor/templateimage.h"
+
 #include <QCursor>
 #include <QPainter>
 #include <QTransform>
 
-EditSpline::EditSpline(QWidget* parent) : QWidget(parent), p(GetDataStruct()) {
+#include <algorithm>
+
+EditSpline::EditSpline(QWidget* parent)
+    : QWidget(parent), p(GetDataStruct()), template_image(std::make_unique<TemplateImage>()) {
     Init_widget();
 }
+
+EditSpline::~EditSpline() = default;
 
 void EditSpline::Init_widget() {
     fontheight = 10;
     mousepressed = false;
     knot_string = QStringLiteral(" //////");
     MyRect = rect();
-    // A rectangle's right and bottom lie inside it: one less than its width and height.
-    wr = MyRect.bottomRight().x() - MyRect.topLeft().x();
-    H = MyRect.bottom() - MyRect.top();
-    xc = int(wr * 0.1);
-    L_T = wr - 2 * xc;
-    yc = int(H * 0.5);
-    Orig = QPointF(xc, yc);
-    TE = QPointF(xc + L_T, yc);
+    const ChordMapping taken = ChordMapping::of_size(MyRect.size());
+    wr = taken.width;
+    H = taken.height;
+    xc = taken.xc;
+    yc = taken.yc;
+    L_T = taken.chord;
+    Orig = taken.leading_edge();
+    TE = taken.trailing_edge();
     pnt_selected = -1;
     p->spline.startVent = 0.0;
     p->spline.endVent = 0.0;
@@ -38,13 +45,17 @@ QPointF EditSpline::myAnchor() {
     return QPointF(mapFromGlobal(QCursor::pos()));
 }
 
+ChordMapping EditSpline::mapping() const {
+    return {wr, H, xc, yc, L_T};
+}
+
+View EditSpline::view() const {
+    return {f_scale, p_D};
+}
+
 QPolygonF EditSpline::normalize_FromScreen(QPolygonF poly) {
-    const double x0 = xc;
-    const double y0 = yc;
-    const double chord = L_T;
-    // By coordinate: the point's own division asserts a divisor that is not 0.
     for (QPointF& point : poly)
-        point = QPointF((point.x() - x0) / chord, -(point.y() - y0) / chord);
+        point = mapping().to_chord(point);
     return poly;
 }
 

@@ -2,8 +2,8 @@
 // The drawing area: shows the template and the spline and edits the spline.
 #pragma once
 
+#include "document/frames.h"
 #include "document/parastruct.h"
-#include "editor/templateimage.h"
 
 #include <QBasicTimer>
 #include <QPoint>
@@ -15,7 +15,10 @@
 #include <QVector2D>
 #include <QWidget>
 
+#include <memory>
+
 class QPainter;
+class TemplateImage;
 
 /// Editor of the document's spline over its template.
 ///
@@ -32,6 +35,7 @@ class EditSpline : public QWidget {
 
 public:
     explicit EditSpline(QWidget* parent = nullptr);
+    ~EditSpline() override;
 
     ParaStruct* p;             ///< The document.
     QPolygonF spline_poly;     ///< The curve as of the last evaluation, logical pixels.
@@ -175,6 +179,8 @@ public slots:
     void ShowContextMenu(const QPoint& pos); ///< Runs the context menu at @p pos, widget pixels.
 
 private:
+    ChordMapping mapping() const;
+    View view() const;
     int selected_point() const;
     bool refuse_point();
     void tell_point_limit();
@@ -197,7 +203,7 @@ private:
     QPolygonF template_pixels;
     QPolygonF measured_template;
     QString template_results[2];
-    TemplateImage template_image;
+    std::unique_ptr<TemplateImage> template_image;
 };
 
 /// Draws control point @p i of @p num, its leg of the control polygon, and the ring

@@ -9,6 +9,7 @@
 #include <QTimerEvent>
 #include <QToolTip>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -26,8 +27,7 @@ int EditSpline::SelectPoint() {
     const SplineFoil& spline = p->spline;
     const QPointF Lpos(lastPos);
     for (int k = 1; k < spline.point_count() - 1; ++k) {
-        const QPointF T = f_scale * spline.CP[k] + p_D;
-        if (Dist2(Lpos, T) < pick_radius)
+        if (Dist2(Lpos, view().to_widget(spline.CP[k])) < pick_radius)
             return k;
     }
     return -1;
@@ -122,28 +122,6 @@ void EditSpline::Toggle_Conic_Control() {
     if (is_between(a, b, selected)) {
         const int id = selected + 1;
         spline.b_knots[id + 1] = spline.b_knots[id] + sharp_knot_step;
-    }
-}
-
-void EditSpline::Action_From_Menu(QPoint P, int m) {
-    switch (m) {
-    case 1:
-        Normalize_Spline_Poly();
-        break;
-    case 2:
-        Append_New_Point(P);
-        break;
-    case 3:
-        New_Point_Insert(P);
-        break;
-    case 4:
-        Remove_Point();
-        break;
-    case 6:
-        Toggle_Conic_Control();
-        break;
-    default:
-        break;
     }
 }
 

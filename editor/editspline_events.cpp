@@ -18,6 +18,18 @@ constexpr double least_zoom = 0.5;
 constexpr double greatest_zoom = 4.0;
 constexpr double wheel_units_per_doubling = 1080.0;
 
+// The places of the context menu's entries.
+enum MenuEntry {
+    upper_line,
+    normalize_entry,
+    append_entry,
+    insert_entry,
+    remove_entry,
+    lower_line,
+    sharpen_entry,
+    entry_count
+};
+
 } // namespace
 
 void EditSpline::mousePressEvent(QMouseEvent* event) {
@@ -38,11 +50,10 @@ void EditSpline::mouseMoveEvent(QMouseEvent* event) {
     const QPoint pos = event->position().toPoint();
     const double dx = pos.x() - lastPos.x();
     const double dy = pos.y() - lastPos.y();
-    const QPointF P((pos.x() - p_D.x()) / f_scale, (pos.y() - p_D.y()) / f_scale);
     lastPos = pos;
     const int selected = selected_point();
     if (event->buttons() & Qt::LeftButton && selected >= 0) {
-        p->spline.CP[selected] = P;
+        p->spline.CP[selected] = view().to_logical(pos);
         repaint();
     }
     if (event->buttons() & Qt::MiddleButton) {
@@ -112,18 +123,17 @@ void EditSpline::ShowContextMenu(const QPoint& pos) {
     const QPoint globalPos = mapToGlobal(pos);
     // Without a parent: a child of the editor would take on its colour.
     QMenu myMenu;
-    const std::array<QAction*, 7> actions = {
-        myMenu.addAction(tr("________________")),
-        myMenu.addAction(tr("Normalize spline")),
-        myMenu.addAction(tr("Append point to spline")),
-        myMenu.addAction(tr("Insert point after selected point")),
-        myMenu.addAction(tr("Remove selected point")),
-        myMenu.addAction(tr("________________")),
-        myMenu.addAction(tr("set hull        ")),
-    };
-    actions[1]->setEnabled(p->spline.point_count() > 0);
-    actions[3]->setEnabled(is_pnt);
-    actions[4]->setEnabled(is_pnt);
+    std::array<QAction*, entry_count> actions = {};
+    actions[upper_line] = myMenu.addAction(tr("________________"));
+    actions[normalize_entry] = myMenu.addAction(tr("Normalize spline"));
+    actions[append_entry] = myMenu.addAction(tr("Append point to spline"));
+    actions[insert_entry] = myMenu.addAction(tr("Insert point after selected point"));
+    actions[remove_entry] = myMenu.addAction(tr("Remove selected point"));
+    actions[lower_line] = myMenu.addAction(tr("________________"));
+    actions[sharpen_entry] = myMenu.addAction(tr("set hull        "));
+    actions[normalize_entry]->setEnabled(p->spline.point_count() > 0);
+    actions[insert_entry]->setEnabled(is_pnt);
+    actions[remove_entry]->setEnabled(is_pnt);
 
     const QAction* selectedItem = myMenu.exec(globalPos);
     const auto found = std::find(actions.begin(), actions.end(), selectedItem);
@@ -131,4 +141,26 @@ void EditSpline::ShowContextMenu(const QPoint& pos) {
         return;
     Action_From_Menu(pos, int(found - actions.begin()));
     repaint();
+}
+
+void EditSpline::Action_From_Menu(QPoint P, int m) {
+    switch (m) {
+    case normalize_entry:
+        Normalize_Spline_Poly();
+        break;
+    case append_entry:
+        Append_New_Point(P);
+        break;
+    case insert_entry:
+        New_Point_Insert(P);
+        break;
+    case remove_entry:
+        Remove_Point();
+        break;
+    case sharpen_entry:
+        Toggle_Conic_Control();
+        break;
+    default:
+        break;
+    }
 }

@@ -3,6 +3,7 @@
 #include "editor/editspline.h"
 
 #include "airfoil/airfoil.h"
+#include "editor/templateimage.h"
 
 #include <QFileInfo>
 #include <QPaintEvent>
@@ -21,8 +22,6 @@ constexpr double drawable_limit = 1e6;
 // A spline is at its place after two paints; the bound keeps a spline that never gets
 // there from painting for ever.
 constexpr int most_settling_paints = 4;
-
-constexpr double settled_distance = 1e-5; // pixels, Manhattan
 
 // File names have at most 255 characters; a damaged file may hold any number.
 constexpr qsizetype longest_name = 255;
@@ -107,12 +106,10 @@ void EditSpline::paint_cursor_position(QPainter* painter) {
     const int selected = selected_point();
     if (!mousepressed || selected < 0)
         return;
-    const QPointF c = p->spline.CP[selected];
-    const double x = (c.x() - xc) / L_T;
-    const double y = (c.y() - yc) / L_T;
+    const QPointF c = mapping().to_chord(p->spline.CP[selected]);
     painter->drawText(lastPos + QPoint(0, -20), QStringLiteral("(%1;%2)")
-                                                    .arg(x, 0, 'f', 3, QLatin1Char(' '))
-                                                    .arg(-y, 0, 'f', 3, QLatin1Char(' ')));
+                                                    .arg(c.x(), 0, 'f', 3, QLatin1Char(' '))
+                                                    .arg(c.y(), 0, 'f', 3, QLatin1Char(' ')));
 }
 
 void EditSpline::Paint_thickness(QPolygonF* poly, QPointF pos, QString label, QPainter* painter) {
@@ -188,20 +185,20 @@ void EditSpline::paint_openings(QPainter* painter) {
 }
 
 void EditSpline::Paint_BackgroundPoly(QPainter* painter) {
-    template_image.paint(painter, template_outline());
+    template_image->paint(painter, template_outline());
 }
 
 // The template in logical pixels, as far as it can be drawn. Kept until the template or
 // the mapping changes.
 const QPolygonF& EditSpline::template_outline() {
-    const QRect mapping(xc, yc, L_T, 0);
-    if (same_data(mapped_template, p->baseAirfoil) && mapping == template_mapping)
+    const QRect place(xc, yc, L_T, 0);
+    if (same_data(mapped_template, p->baseAirfoil) && place == template_mapping)
         return template_pixels;
     mapped_template = p->baseAirfoil;
-    template_mapping = mapping;
+    template_mapping = place;
     template_pixels.clear();
     for (const QPointF& point : std::as_const(p->baseAirfoil)) {
-        const QPointF pixel(xc + point.x() * L_T, yc - point.y() * L_T);
+        const QPointF pixel = mapping().to_pixels(point);
         if (drawable(pixel))
             template_pixels << pixel;
     }
