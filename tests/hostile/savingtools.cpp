@@ -8,7 +8,6 @@
 
 #include <cstdio>
 
-#include <fcntl.h>
 #include <grp.h>
 #include <sched.h>
 #include <sys/mount.h>
@@ -47,11 +46,6 @@ bool become_ordinary_user() {
     prepared.folder = folder;
     if (!told(::chmod(folder, 0777) == 0, folder))
         return false;
-    const QByteArray foreign = prepared.folder + "/foreign";
-    const int fd = ::open(foreign.constData(), O_CREAT | O_WRONLY | O_CLOEXEC, 0666);
-    prepared.foreign_file = fd >= 0 && ::fchown(fd, 0, nobody) == 0 && ::fchmod(fd, 0666) == 0;
-    ::close(fd);
-
     const QByteArray disk = prepared.folder + "/disk";
     prepared.full_disk = ::mkdir(disk.constData(), 0755) == 0 && ::unshare(CLONE_NEWNS) == 0 &&
                          ::mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 &&
@@ -62,7 +56,6 @@ bool become_ordinary_user() {
 }
 
 void remove_prepared() {
-    ::unlink((prepared.folder + "/foreign").constData());
     ::rmdir((prepared.folder + "/disk").constData());
     ::rmdir(prepared.folder.constData());
 }
@@ -143,4 +136,18 @@ struct stat status_of(const QString& path) {
 QStringList listing(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System |
                                   QDir::NoDotAndDotDot);
+}
+
+void SavingTest::initTestCase() {
+    QVERIFY(::geteuid() != 0);
+}
+
+void SavingTest::init() {
+    dir = std::make_unique<QTemporaryDir>();
+    QVERIFY(dir->isValid());
+}
+
+void SavingTest::cleanup() {
+    set_mode(dir->path(), 0700);
+    dir.reset();
 }

@@ -3,20 +3,21 @@
 #pragma once
 
 #include <QByteArray>
+#include <QObject>
 #include <QString>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include <functional>
+#include <memory>
 
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/types.h>
 
 /// What only the administrator can set up, made before the test becomes an ordinary user.
 struct Prepared {
-    QByteArray folder;         ///< Writable for everybody.
-    bool foreign_file = false; ///< It holds a writable file "foreign" of another owner.
-    bool full_disk = false;    ///< Its folder "disk" is a file system of 64 kB.
+    QByteArray folder;      ///< Writable for everybody.
+    bool full_disk = false; ///< Its folder "disk" is a file system of 64 kB.
 };
 extern Prepared prepared;
 
@@ -29,23 +30,6 @@ pid_t in_other_process(const std::function<void()>& work);
 /// Waits for @p process. @return its exit code, -1 if it was killed
 int result_of(pid_t process);
 
-/// While it lives a resource of this process is limited.
-class Limit {
-public:
-    Limit(__rlimit_resource_t limited, rlim_t amount) : resource(limited) {
-        ::getrlimit(resource, &before);
-        const rlimit limit = {amount, before.rlim_max};
-        ::setrlimit(resource, &limit);
-    }
-    Limit(const Limit&) = delete;
-    Limit& operator=(const Limit&) = delete;
-    ~Limit() { ::setrlimit(resource, &before); }
-
-private:
-    const __rlimit_resource_t resource;
-    rlimit before = {};
-};
-
 /// @name Files
 /// Those that change something fail the test when they fail.
 /// @{
@@ -57,3 +41,18 @@ void set_mode(const QString& path, mode_t mode);
 struct stat status_of(const QString& path); ///< Of a symbolic link, not of its target.
 QStringList listing(const QString& folder); ///< Hidden files, too.
 /// @}
+
+/// A test whose functions have an empty folder each.
+class SavingTest : public QObject {
+    Q_OBJECT
+
+protected slots:
+    void initTestCase();
+    void init();
+    void cleanup();
+
+protected:
+    QString path(const QString& name) const { return dir->path() + QChar(u'/') + name; }
+
+    std::unique_ptr<QTemporaryDir> dir;
+};
