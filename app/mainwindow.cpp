@@ -52,6 +52,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), p(nullptr), opf(n
         child->installEventFilter(this);
     tableEdit->document()->setDocumentMargin(table_margin);
     keep_ground_light();
+    mark_openings_unedited();
 }
 
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {

@@ -59,6 +59,9 @@ public slots:
     void on_refreshButton_clicked();
 
 private:
+    // Leaving a field stores only what was typed, not what the program has set.
+    void mark_openings_unedited();
+
     // Gives the window a light ground where the desktop's is too dark for the drawing.
     void keep_ground_light();
 

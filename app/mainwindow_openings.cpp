@@ -4,7 +4,10 @@
 
 #include "airfoil/airfoil.h"
 
+#include <QCoreApplication>
+#include <QFocusEvent>
 #include <QLocale>
+#include <QSignalBlocker>
 
 namespace {
 
@@ -34,7 +37,20 @@ QString with_few_paragraphs(QString table) {
     return table;
 }
 
+// Line edits count a text that the program sets as edited, and say so when they are left. One
+// that has been left before does not.
+void mark_unedited(QLineEdit* field) {
+    const QSignalBlocker unheard(field);
+    QFocusEvent leaving(QEvent::FocusOut);
+    QCoreApplication::sendEvent(field, &leaving);
+}
+
 } // namespace
+
+void MainWindow::mark_openings_unedited() {
+    mark_unedited(O1Edit);
+    mark_unedited(O2Edit);
+}
 
 void MainWindow::setupEditO1_O2() {
     const auto shown = [](double value) {
@@ -42,6 +58,7 @@ void MainWindow::setupEditO1_O2() {
     };
     O1Edit->setText(shown(p->spline.startVent));
     O2Edit->setText(shown(p->spline.endVent));
+    mark_openings_unedited();
 }
 
 void MainWindow::change_O1_O2() {

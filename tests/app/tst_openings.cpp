@@ -31,7 +31,9 @@ private slots:
     void shown_with_two_decimals_data();
     void shown_with_two_decimals();
     void shown_alike_in_every_locale();
+    void field_that_was_not_edited_stores_nothing_data();
     void field_that_was_not_edited_stores_nothing();
+    void return_alone_stores();
     void field_stores_once_for_one_edit();
     void opened_spline_leaves_the_fields();
     void resize_leaves_the_fields();
@@ -251,25 +253,42 @@ void tst_openings::shown_alike_in_every_locale() {
     QCOMPARE(window.O1Edit->text(), QStringLiteral("12345.50"));
 }
 
+void tst_openings::field_that_was_not_edited_stores_nothing_data() {
+    QTest::addColumn<bool>("shown_anew");
+
+    QTest::newRow("as-the-window-came-up") << false;
+    QTest::newRow("shown-from-the-document") << true;
+}
+
 void tst_openings::field_that_was_not_edited_stores_nothing() {
+    QFETCH(bool, shown_anew);
     MainWindow window;
     SHOW(window);
-    // The form's own text counts as an edit, the first time that a field is left.
+    // A third decimal, which the fields do not show.
+    window.p->spline.startVent = 12.125;
+    window.p->spline.endVent = 33.375;
+    if (shown_anew)
+        window.setupEditO1_O2();
     for (QLineEdit* field : {window.O1Edit, window.O2Edit}) {
-        field->setFocus();
-        window.spline_widget->setFocus();
-    }
-    window.p->spline.startVent = 12.5;
-    window.p->spline.endVent = 33.0;
-    for (QLineEdit* field : {window.O1Edit, window.O2Edit}) {
-        field->setFocus();
+        QTest::mouseClick(field, Qt::LeftButton);
         QVERIFY(field->hasFocus());
         QTest::keyClick(field, Qt::Key_Home);
         QTest::keyClick(field, Qt::Key_End, Qt::ShiftModifier);
-        window.spline_widget->setFocus();
+        QTest::mouseClick(window.spline_widget, Qt::LeftButton, {}, QPoint(300, 300));
+        QVERIFY(!field->hasFocus());
+        COMPARE_BITS(window.p->spline.startVent, 12.125);
+        COMPARE_BITS(window.p->spline.endVent, 33.375);
     }
-    COMPARE_BITS(window.p->spline.startVent, 12.5);
-    COMPARE_BITS(window.p->spline.endVent, 33.0);
+}
+
+void tst_openings::return_alone_stores() {
+    MainWindow window;
+    SHOW(window);
+    window.p->spline.startVent = 12.5;
+    window.p->spline.endVent = 33.0;
+    QTest::keyClick(window.O1Edit, Qt::Key_Return);
+    COMPARE_BITS(window.p->spline.startVent, 0.0);
+    COMPARE_BITS(window.p->spline.endVent, 0.0);
 }
 
 void tst_openings::field_stores_once_for_one_edit() {
