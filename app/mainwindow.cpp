@@ -7,7 +7,10 @@
 #include <QApplication>
 #include <QCloseEvent>
 #include <QColor>
+#include <QFont>
+#include <QFontInfo>
 #include <QKeyEvent>
+#include <QLabel>
 #include <QLayout>
 #include <QMessageBox>
 #include <QPalette>
@@ -52,6 +55,7 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), p(nullptr), opf(n
         child->installEventFilter(this);
     tableEdit->document()->setDocumentMargin(table_margin);
     keep_ground_light();
+    fit_labels();
     mark_openings_unedited();
 }
 
@@ -77,6 +81,8 @@ bool MainWindow::event(QEvent* event) {
     const bool taken = QMainWindow::event(event);
     if (event->type() == QEvent::ApplicationPaletteChange)
         keep_ground_light();
+    if (event->type() == QEvent::FontChange)
+        fit_labels();
     return taken;
 }
 
@@ -89,6 +95,18 @@ void MainWindow::keep_ground_light() {
     spline_widget->setPalette(ground);
     for (QWidget* child : spline_widget->findChildren<QWidget*>())
         child->setPalette(ground);
+}
+
+void MainWindow::fit_labels() {
+    for (QLabel* narrow : {label, label_2}) {
+        narrow->setFont(QFont());
+        QFont font;
+        int pixels = QFontInfo(narrow->font()).pixelSize();
+        while (narrow->sizeHint().width() > narrow->width() && pixels > 1) {
+            font.setPixelSize(--pixels);
+            narrow->setFont(font);
+        }
+    }
 }
 
 void MainWindow::resizeEvent(QResizeEvent*) {

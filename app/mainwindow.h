@@ -67,4 +67,7 @@ private:
 
     // Writes the spline as a table, and says so in a box when that fails.
     void save_table(const QString& name);
+
+    // Gives the labels of the fields the largest font in which their texts are not cut off.
+    void fit_labels();
 };

@@ -6,7 +6,9 @@
 #include "windowsupport.h"
 
 #include <QAccessible>
+#include <QFontMetrics>
 #include <QImage>
+#include <QLabel>
 #include <QPalette>
 #include <QScopeGuard>
 #include <QTimer>
@@ -63,6 +65,41 @@ void change_palette(const QPalette& palette) {
     QApplication::exec();
 }
 
+void change_font(const QFont& font) {
+    QTimer::singleShot(0, qApp, [&font] {
+        QApplication::setFont(font);
+        QTimer::singleShot(0, qApp, &QCoreApplication::quit);
+    });
+    QApplication::exec();
+}
+
+QFont font_of_size(int pixels, bool bold = false) {
+    QFont font = QApplication::font();
+    font.setPixelSize(pixels);
+    font.setBold(bold);
+    return font;
+}
+
+// Whether a label shows as many pixels of its text as it does where there is room.
+bool text_is_whole(QLabel* label) {
+    const auto text_pixels = [&] {
+        const QImage image = label->grab().toImage();
+        const QColor ground = image.pixelColor(0, 0);
+        int count = 0;
+        for (int y = 0; y < image.height(); ++y) {
+            for (int x = 0; x < image.width(); ++x)
+                count += image.pixelColor(x, y) != ground;
+        }
+        return count;
+    };
+    const QSize size = label->size();
+    const int shown = text_pixels();
+    label->resize(200, size.height());
+    const int whole = text_pixels();
+    label->resize(size);
+    return shown == whole && whole > 0;
+}
+
 QImage picture_at_ratio(EditSpline& editor, int ratio) {
     QImage image(editor.size() * ratio, QImage::Format_RGB32);
     image.setDevicePixelRatio(ratio);
@@ -89,6 +126,9 @@ private slots:
     void ground_is_light_data();
     void ground_is_light();
     void ground_follows_the_desktop();
+    void labels_show_their_whole_text_data();
+    void labels_show_their_whole_text();
+    void labels_follow_the_desktop();
     void dense_screen_data();
     void dense_screen();
     void names_data();
@@ -148,6 +188,55 @@ void tst_desktop::ground_follows_the_desktop() {
     QVERIFY(fields_are_readable(window));
     change_palette(QPalette(pale));
     QCOMPARE(ground_of(window), pale);
+}
+
+void tst_desktop::labels_show_their_whole_text_data() {
+    QTest::addColumn<int>("pixels");
+    QTest::addColumn<bool>("bold");
+    QTest::addColumn<bool>("kept");
+
+    QTest::newRow("small") << 6 << false << true;
+    QTest::newRow("usual") << 12 << false << false;
+    QTest::newRow("usual-bold") << 12 << true << false;
+    QTest::newRow("large") << 24 << false << false;
+    QTest::newRow("huge") << 200 << false << false;
+}
+
+void tst_desktop::labels_show_their_whole_text() {
+    QFETCH(int, pixels);
+    QFETCH(bool, bold);
+    QFETCH(bool, kept);
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    QApplication::setFont(font_of_size(pixels, bold));
+
+    MainWindow window;
+    SHOW(window);
+    for (QLabel* label : {window.label, window.label_2}) {
+        QCOMPARE(label->size(), QSize(34, 17));
+        QVERIFY(text_is_whole(label));
+        QCOMPARE(label->font().bold(), bold);
+        const int size = label->font().pixelSize();
+        QCOMPARE(size == pixels, kept);
+        const QFontMetrics larger(font_of_size(size + 1, bold));
+        QVERIFY(kept || larger.horizontalAdvance(label->text()) > label->width());
+    }
+}
+
+void tst_desktop::labels_follow_the_desktop() {
+    const QFont usual = QApplication::font();
+    const auto restore = qScopeGuard([&] { QApplication::setFont(usual); });
+    QApplication::setFont(font_of_size(6));
+    MainWindow window;
+    SHOW(window);
+    change_font(font_of_size(24));
+    for (QLabel* label : {window.label, window.label_2}) {
+        QVERIFY(text_is_whole(label));
+        const int size = label->font().pixelSize();
+        QVERIFY(size > 6 && size < 24);
+    }
+    change_font(font_of_size(6));
+    QCOMPARE(window.label->font().pixelSize(), 6);
 }
 
 void tst_desktop::dense_screen_data() {
