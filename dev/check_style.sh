@@ -22,7 +22,7 @@ offence() {
 
 # Tables, splines and expected outputs are data: their blanks, tabs and line ends are content.
 is_data() {
-    [[ $1 == samples/* || $1 == fuzzing/corpus/* || $1 == */golden/* || $1 == */data/* ]]
+    [[ $1 == *.tsv || $1 == samples/* || $1 == fuzzing/corpus/* || $1 == */golden/* || $1 == */data/* ]]
 }
 
 texts=() sources=() scripts=() code=() everything=()
