@@ -5,36 +5,26 @@
 #include "numerics/transform.h"
 
 #include <algorithm>
+#include <charconv>
 #include <cmath>
 #include <iterator>
 
 namespace {
 
-// Five decimals as the toolkit gives them, at least seven characters. It forms every digit of
-// any number. This takes a fraction of the time: the product is rounded once, and never over
-// one half, so it tells to which side to round unless it is one half itself.
+// Five decimals, at least seven characters. Exact ties are rounded away from zero, as Qt
+// does it: the standard library rounds them to even.
 void append_column(QString& table, double value) {
     constexpr double longest = 1e4;
     const double scaled = std::abs(value) * 1e5;
-    const double whole = std::floor(scaled);
-    const double rest = scaled - whole;
-    if (!(std::abs(value) < longest) || rest == 0.5) {
+    if (!(std::abs(value) < longest) || scaled - std::floor(scaled) == 0.5) {
         table += QString::number(value, 'f', 5).rightJustified(7, QLatin1Char(' '));
         return;
     }
-    char digits[12];
-    char* const end = std::end(digits);
-    char* c = end;
-    quint32 number = quint32(whole) + (rest > 0.5 ? 1 : 0);
-    for (int i = 0; i <= 5 || number != 0; ++i) {
-        if (i == 5)
-            *--c = '.';
-        *--c = char('0' + number % 10);
-        number /= 10;
-    }
-    if (value < 0.0)
-        *--c = '-';
-    table += QLatin1String(c, end - c);
+    // A negative zero has no sign.
+    const double printed = value == 0.0 ? 0.0 : value;
+    char text[16];
+    const auto end = std::to_chars(text, std::end(text), printed, std::chars_format::fixed, 5).ptr;
+    table += QLatin1String(text, end - text);
 }
 
 void append_row(QString& table, double x, double y) {
