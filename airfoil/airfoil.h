@@ -6,6 +6,7 @@
 
 #include "document/parastruct.h"
 
+#include <QByteArray>
 #include <QPointF>
 #include <QPolygonF>
 #include <QString>
@@ -16,13 +17,17 @@ class QTextEdit;
 /// @name Reading
 /// The file readers open regular files only, drop carriage returns, and take UTF-8
 /// (UTF-16 and UTF-32 with a byte-order mark). A file that cannot be read gives an
-/// empty result without any message. Coordinates carry single precision; a field
+/// empty result without any message, and so does one beyond read_file()'s limit or the
+/// memory there is. Coordinates carry single precision; a field
 /// that is no number, or is beyond single precision, counts 0.
 /// @{
 
 /// The outline of a coordinate table, normalised twice by Normalize_airfoil2.
 /// @return empty when the file cannot be read or its layout is not recognised
 QPolygonF airfoil_Read(QString fileName);
+
+/// What airfoil_Read makes of a file that holds @p bytes.
+QPolygonF airfoil_Read_Bytes(const QByteArray& bytes);
 
 /// The outline of a coordinate table in file units. The layout is told from the
 /// number of decimal points in the third numeric line: 1 for a half contour below a

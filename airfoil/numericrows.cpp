@@ -5,88 +5,57 @@
 #include "airfoil/airfoil.h"
 
 #include <QByteArray>
-#include <QFile>
-#include <QFileInfo>
 #include <QStringDecoder>
-#include <QTextStream>
 
 #include <algorithm>
+#include <charconv>
 #include <limits>
 
 namespace {
 
-using Row = std::function<void(NumericRow)>;
-
-// The largest integer up to which every integer is a double.
-constexpr quint64 largest_mantissa = quint64(1) << 53;
-
-constexpr double powers_of_ten[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8, 1e9,
-                                    1e10, 1e11, 1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18};
-constexpr int most_digits = 18;
-
-bool is_digit(char c) {
-    return c >= '0' && c <= '9';
-}
-
-bool is_point(char c) {
-    return c == '.' || c == ',';
-}
+using RowTaker = std::function<void(NumericRow)>;
 
 bool is_field(char c) {
-    return is_digit(c) || is_point(c) || c == '-';
+    return (c >= '0' && c <= '9') || c == '.' || c == '-';
 }
 
 bool is_blank(char c) {
     return c == ' ' || c == '\t';
 }
 
-float repaired_number(const QString& field) {
-    return field_number(Repair_NumString(field));
+double parsed(const char* begin, const char* end, bool* ok) {
+    double value = 0.0;
+    const std::from_chars_result result = std::from_chars(begin, end, value);
+    *ok = result.ec == std::errc() && result.ptr == end;
+    return *ok ? value : 0.0;
 }
 
-// The number of a field of digits, points and minus signs. Mantissa and power of ten are
-// exact in the usual case, so one division rounds correctly, as the toolkit does.
-float plain_number(const char* begin, const char* end) {
-    const bool negative = *begin == '-';
-    quint64 mantissa = 0;
-    int digits = 0;
-    int decimals = -1;
-    for (const char* c = begin + (negative ? 1 : 0); c != end; ++c) {
-        if (is_digit(*c) && digits < most_digits) {
-            mantissa = 10 * mantissa + quint64(*c - '0');
-            ++digits;
-            decimals += decimals >= 0 ? 1 : 0;
-        } else if (is_point(*c) && decimals < 0) {
-            decimals = 0;
-        } else {
-            digits = 0;
-            break;
-        }
-    }
-    if (digits == 0 || mantissa > largest_mantissa) {
-        QString field = QString::fromLatin1(begin, end - begin);
-        return repaired_number(field.replace(QLatin1Char(','), QLatin1Char('.')));
-    }
-    const double value = double(mantissa) / powers_of_ten[decimals > 0 ? decimals : 0];
-    return float(negative ? -value : value);
+float in_single_precision(double value) {
+    constexpr double largest = double(std::numeric_limits<float>::max());
+    return value > largest || value < -largest ? 0.0F : float(value);
 }
 
 // Reads a line that holds nothing but plain fields, blanks and a carriage return at its
-// end. Moves @p next past the line; false, and @p next stays, for any other line.
-bool read_plain_line(const char*& next, const char* end, const Row& row) {
+// end. Moves @p next past the line; false, and @p next stays, for any other line, and where
+// a field has to be repaired before it is a number.
+bool read_plain_line(const char*& next, const char* end, const RowTaker& take) {
     const char* c = next;
     NumericRow numbers = {};
     std::size_t fields = 0;
     for (;;) {
         while (c != end && is_blank(*c))
             ++c;
-        const char* begin = c;
+        const char* const begin = c;
         while (c != end && is_field(*c))
             ++c;
         if (c == begin)
             break;
-        if (fields < numbers.size())
-            numbers[fields] = plain_number(begin, c);
+        if (fields < numbers.size()) {
+            bool ok = false;
+            numbers[fields] = in_single_precision(parsed(begin, c, &ok));
+            if (!ok)
+                return false;
+        }
         ++fields;
     }
     if (c != end && *c == '\r')
@@ -94,121 +63,31 @@ bool read_plain_line(const char*& next, const char* end, const Row& row) {
     if (c != end && *c != '\n')
         return false;
     if (fields > 0)
-        row(numbers);
+        take(numbers);
     next = c == end ? end : c + 1;
     return true;
 }
 
-void read_text_line(const QString& text, const Row& row) {
+// The line that begins at @p next, which moves past it.
+QString take_line(const char*& next, const char* end) {
+    const char* const begin = next;
+    const char* const feed = std::find(begin, end, '\n');
+    next = feed == end ? end : feed + 1;
+    QStringDecoder decoder(QStringDecoder::Utf8, QStringDecoder::Flag::ConvertInitialBom);
+    QString line = decoder.decode(QByteArrayView(begin, feed));
+    return line.remove(QLatin1Char('\r'));
+}
+
+void read_line(const QString& text, const RowTaker& take) {
     const QString line = clean(text);
     if (!is_numeric(line))
         return;
     QString S[3];
     FindNumericSubStrings(line, S);
-    row({repaired_number(S[0]), repaired_number(S[1]), repaired_number(S[2])});
-}
-
-// Decodes a line together with its line feed: a sequence that the line feed cuts off
-// becomes a replacement character, one that the end of the file cuts off vanishes.
-QString decoded(QByteArrayView line, bool is_first) {
-    QStringDecoder decoder(QStringDecoder::Utf8, is_first
-                                                     ? QStringDecoder::Flag::Default
-                                                     : QStringDecoder::Flag::ConvertInitialBom);
-    QString text = decoder.decode(line);
-    if (text.endsWith(QLatin1Char('\n')))
-        text.chop(1);
-    return text.remove(QLatin1Char('\r'));
-}
-
-// The line that begins at @p next, which moves past it.
-QString take_line(const QByteArray& bytes, const char*& next) {
-    const char* const line = next;
-    const char* const end = bytes.constData() + bytes.size();
-    const char* const feed = std::find(line, end, '\n');
-    next = feed == end ? end : feed + 1;
-    return decoded(QByteArrayView(line, next), line == bytes.constData());
-}
-
-void read_bytes(const QByteArray& bytes, const Row& row) {
-    const char* const end = bytes.constData() + bytes.size();
-    const char* next = bytes.constData();
-    while (next != end) {
-        if (!read_plain_line(next, end, row))
-            read_text_line(take_line(bytes, next), row);
-    }
-}
-
-// Text of two or four bytes a character, told by its byte-order mark.
-bool is_wide_text(const QByteArray& bytes) {
-    const auto encoding = QStringConverter::encodingForData(bytes);
-    return encoding && *encoding != QStringConverter::Utf8;
-}
-
-bool is_beyond_ascii(char c) {
-    return uchar(c) >= 0x80;
-}
-
-// Whether it shows that the toolkit's stream decodes in pieces: a damaged character that
-// is cut reads otherwise than a whole one, and a last line of which nothing is left
-// counts or not.
-bool is_read_in_pieces(const QByteArray& bytes) {
-    constexpr qsizetype piece = 16384;
-    constexpr qsizetype longest_beginning = 3;
-    for (qsizetype end = piece; end <= bytes.size(); end += piece) {
-        const auto tail = QByteArrayView(bytes).sliced(end - longest_beginning, longest_beginning);
-        if (std::any_of(tail.begin(), tail.end(), is_beyond_ascii))
-            return true;
-    }
-    return bytes.endsWith('\r') || (!bytes.isEmpty() && is_beyond_ascii(bytes.back()));
-}
-
-// Takes the whole file where its lines can be told from its bytes. The toolkit's stream,
-// which is for the others, lets its buffer grow by little steps in a long line.
-bool read_all(QFile& file, QByteArray* bytes) {
-    file.setTextModeEnabled(false);
-    *bytes = file.readAll();
-    if (!is_wide_text(*bytes) && !is_read_in_pieces(*bytes))
-        return true;
-    bytes->clear();
-    file.seek(0);
-    file.setTextModeEnabled(true);
-    return false;
-}
-
-bool open_table(QFile& file) {
-    return QFileInfo(file).isFile() && file.open(QIODevice::ReadOnly | QIODevice::Text);
-}
-
-// A field of millions of digits as one of the same value: the toolkit takes seconds for them.
-// Empty for one that is no number or beyond the range. Decimals that far behind the point
-// tell only whether a number is above the middle of its neighbours.
-QString shortened(const QString& field) {
-    constexpr qsizetype long_field = 4096;
-    constexpr qsizetype most_digits_before_point = 400;
-    constexpr qsizetype telling_decimals = 1200;
-    if (field.size() <= long_field)
-        return field;
-    const QStringView text(field);
-    const qsizetype begin = text.startsWith(QLatin1Char('-')) ? 1 : 0;
-    const qsizetype found = text.indexOf(QLatin1Char('.'));
-    const qsizetype point = found < 0 ? text.size() : found;
-    const auto digit = [](QChar c) { return c >= QLatin1Char('0') && c <= QLatin1Char('9'); };
-    const QStringView whole = text.mid(begin, point - begin);
-    const QStringView decimals = text.mid(point + 1);
-    const auto nonzero = [](QChar c) { return c != QLatin1Char('0'); };
-    const auto first = std::find_if(whole.begin(), whole.end(), nonzero);
-    if (!std::all_of(whole.begin(), whole.end(), digit) ||
-        !std::all_of(decimals.begin(), decimals.end(), digit) ||
-        whole.end() - first > most_digits_before_point)
-        return QString();
-    const QStringView rest = decimals.mid(telling_decimals);
-    QString number = begin == 1 ? QStringLiteral("-0") : QStringLiteral("0");
-    number += whole.right(whole.end() - first);
-    number += QLatin1Char('.');
-    number += decimals.left(telling_decimals);
-    if (std::any_of(rest.begin(), rest.end(), nonzero))
-        number += QLatin1Char('1');
-    return number;
+    NumericRow numbers = {};
+    for (std::size_t i = 0; i < numbers.size(); ++i)
+        numbers[i] = field_number(Repair_NumString(S[i]));
+    take(numbers);
 }
 
 } // namespace
@@ -258,44 +137,37 @@ bool is_numeric(const QString& cleaned) {
 }
 
 double field_value(const QString& field) {
+    const QByteArray characters = field.toLatin1();
     bool ok = false;
-    const double value = shortened(field).toDouble(&ok);
-    return ok ? value : 0.0;
+    return parsed(characters.begin(), characters.end(), &ok);
 }
 
 float field_number(const QString& field) {
-    const double value = field_value(field);
-    constexpr double largest = double(std::numeric_limits<float>::max());
-    return value > largest || value < -largest ? 0.0F : float(value);
+    return in_single_precision(field_value(field));
 }
 
-void for_each_line(const QString& fileName, const std::function<bool(const QString&)>& take) {
-    QFile file(fileName);
-    if (!open_table(file))
-        return;
-    QByteArray bytes;
-    if (read_all(file, &bytes)) {
-        const char* const end = bytes.constData() + bytes.size();
-        const char* next = bytes.constData();
-        while (next != end && take(take_line(bytes, next))) {
-        }
-        return;
+QByteArray table_text(QByteArray bytes) {
+    const auto encoding = QStringConverter::encodingForData(bytes);
+    if (encoding || !bytes.isValidUtf8()) {
+        QStringDecoder decoder(encoding.value_or(QStringConverter::Utf8));
+        bytes = QString(decoder.decode(bytes)).toUtf8();
     }
-    QTextStream stream(&file);
-    while (!stream.atEnd() && take(stream.readLine())) {
+    // Nothing is left of a last line that holds them alone: it is none.
+    while (bytes.endsWith('\r'))
+        bytes.chop(1);
+    return bytes;
+}
+
+void for_each_line(const QByteArray& text, const std::function<bool(const QString&)>& take) {
+    const char* next = text.begin();
+    while (next != text.end() && take(take_line(next, text.end()))) {
     }
 }
 
-void for_each_numeric_row(const QString& fileName, const Row& row) {
-    QFile file(fileName);
-    if (!open_table(file))
-        return;
-    QByteArray bytes;
-    if (read_all(file, &bytes)) {
-        read_bytes(bytes, row);
-        return;
+void for_each_numeric_row(const QByteArray& text, const RowTaker& take) {
+    const char* next = text.begin();
+    while (next != text.end()) {
+        if (!read_plain_line(next, text.end(), take))
+            read_line(take_line(next, text.end()), take);
     }
-    QTextStream stream(&file);
-    while (!stream.atEnd())
-        read_text_line(stream.readLine(), row);
 }

@@ -2,6 +2,7 @@
 // The numeric lines of a coordinate table. Used by the sources of this folder only.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 
 #include <array>
@@ -19,11 +20,16 @@ double field_value(const QString& field);
 /// The number of a field: 0 for none and for one beyond single precision.
 float field_number(const QString& field);
 
-/// Calls @p take for each line of a file, without its end, until it returns false. Never
-/// for what is no regular file: a pipe or a device may never answer.
-void for_each_line(const QString& fileName, const std::function<bool(const QString&)>& take);
+/// The text of a file of @p bytes as valid UTF-8, which the file holds too unless its
+/// byte-order mark says otherwise. A damaged character becomes a replacement character; one
+/// that the end of the file cuts off vanishes.
+QByteArray table_text(QByteArray bytes);
 
-/// Calls @p row for each numeric line of a file, in order. One pass over the bytes takes
-/// the lines of plain numbers; every other line goes through clean(), isLatString(),
+/// Calls @p take for each line of @p text, without line feed and carriage returns, until it
+/// returns false.
+void for_each_line(const QByteArray& text, const std::function<bool(const QString&)>& take);
+
+/// Calls @p take for each numeric line of @p text, in order. Lines of plain numbers are
+/// parsed as they stand; every other line goes through clean(), isLatString(),
 /// FindNumericSubStrings() and Repair_NumString(), which give the same numbers.
-void for_each_numeric_row(const QString& fileName, const std::function<void(NumericRow)>& row);
+void for_each_numeric_row(const QByteArray& text, const std::function<void(NumericRow)>& take);

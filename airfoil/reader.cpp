@@ -3,10 +3,12 @@
 #include "airfoil/airfoil.h"
 
 #include "airfoil/numericrows.h"
+#include "document/readfile.h"
 
 #include <QIODevice>
 #include <QTextStream>
 
+#include <new>
 #include <vector>
 
 namespace {
@@ -57,45 +59,23 @@ private:
     int k = 0;
 };
 
-int probe_layout(const QString& fileName) {
+int probe_layout(const QByteArray& text) {
     LayoutProbe probe;
-    for_each_line(fileName, [&](const QString& line) { return probe.take(line); });
+    for_each_line(text, [&](const QString& line) { return probe.take(line); });
     return probe.code();
 }
 
-} // namespace
-
-QPolygonF airfoil_Read(QString fileName) {
-    // One pass scales by the extent of the whole table, the second by what is left of it.
-    return Normalize_airfoil2(Normalize_airfoil2(airfoil_Read_All(fileName), 1), 1);
-}
-
-QPolygonF airfoil_Read_All(QString fileName) {
-    switch (probe_layout(fileName)) {
-    case 1:
-        return Read_Symetric(fileName);
-    case 2:
-        return Read_Normal(fileName);
-    case 3:
-        return Read_Eppler(fileName);
-    default:
-        return QPolygonF();
-    }
-}
-
-QPolygonF Read_Normal(QString fileName) {
+QPolygonF one_outline(const QByteArray& text) {
     QPolygonF outline;
-    for_each_numeric_row(fileName, [&](const NumericRow& row) {
-        outline << QPointF(double(row[0]), double(row[1]));
-    });
+    for_each_numeric_row(
+        text, [&](const NumericRow& row) { outline << QPointF(double(row[0]), double(row[1])); });
     return outline;
 }
 
-QPolygonF Read_Symetric(QString fileName) {
+QPolygonF half_contour(const QByteArray& text) {
     std::vector<QPointF> side;
-    for_each_numeric_row(fileName, [&](const NumericRow& row) {
-        side.emplace_back(double(row[0]), double(row[1]));
-    });
+    for_each_numeric_row(
+        text, [&](const NumericRow& row) { side.emplace_back(double(row[0]), double(row[1])); });
     QPolygonF outline;
     for (std::size_t i = side.size(); i-- > 1;)
         outline << side[i];
@@ -104,10 +84,10 @@ QPolygonF Read_Symetric(QString fileName) {
     return outline;
 }
 
-QPolygonF Read_Eppler(QString fileName) {
+QPolygonF three_columns(const QByteArray& text) {
     std::vector<QPointF> upper;
     std::vector<QPointF> lower;
-    for_each_numeric_row(fileName, [&](const NumericRow& row) {
+    for_each_numeric_row(text, [&](const NumericRow& row) {
         upper.emplace_back(double(row[0]), double(row[1]));
         lower.emplace_back(double(row[0]), double(row[2]));
     });
@@ -119,13 +99,69 @@ QPolygonF Read_Eppler(QString fileName) {
     return outline;
 }
 
+QPolygonF outline_of_any_layout(const QByteArray& text) {
+    switch (probe_layout(text)) {
+    case 1:
+        return half_contour(text);
+    case 2:
+        return one_outline(text);
+    case 3:
+        return three_columns(text);
+    default:
+        return QPolygonF();
+    }
+}
+
+// One pass scales by the extent of the whole table, the second by what is left of it.
+QPolygonF normalized_outline(const QByteArray& text) {
+    return Normalize_airfoil2(Normalize_airfoil2(outline_of_any_layout(text), 1), 1);
+}
+
+// What @p work makes of the text of a file; nothing when the memory does not suffice.
+template<typename Work>
+auto made_of_file(const QString& name, Work work) -> decltype(work(QByteArray())) {
+    try {
+        return work(table_text(read_file(name)));
+    } catch (const std::bad_alloc&) {
+        return {};
+    }
+}
+
+} // namespace
+
+QPolygonF airfoil_Read(QString fileName) {
+    return made_of_file(fileName, normalized_outline);
+}
+
+QPolygonF airfoil_Read_Bytes(const QByteArray& bytes) {
+    return normalized_outline(table_text(bytes));
+}
+
+QPolygonF airfoil_Read_All(QString fileName) {
+    return made_of_file(fileName, outline_of_any_layout);
+}
+
+QPolygonF Read_Normal(QString fileName) {
+    return made_of_file(fileName, one_outline);
+}
+
+QPolygonF Read_Symetric(QString fileName) {
+    return made_of_file(fileName, half_contour);
+}
+
+QPolygonF Read_Eppler(QString fileName) {
+    return made_of_file(fileName, three_columns);
+}
+
 QString FoilText_Read(QString fileName) {
-    QString text;
-    for_each_line(fileName, [&](const QString& line) {
-        text += Repair_NumString(clean(line)) + QLatin1Char('\n');
-        return true;
+    return made_of_file(fileName, [](const QByteArray& text) {
+        QString repaired;
+        for_each_line(text, [&](const QString& line) {
+            repaired += Repair_NumString(clean(line)) + QLatin1Char('\n');
+            return true;
+        });
+        return repaired;
     });
-    return text;
 }
 
 QPolygonF plainTextRead(QString mtext) {

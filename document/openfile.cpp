@@ -2,14 +2,16 @@
 // Spline files and the file dialogs.
 #include "document/openfile.h"
 
+#include "document/readfile.h"
 #include "document/savefile.h"
+#include "document/splinebytes.h"
 
-#include <QDataStream>
 #include <QDir>
-#include <QFile>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMessageBox>
+
+#include <new>
 
 myOpenFile::myOpenFile(QObject* parent)
     : QObject(parent), mydir(QDir::homePath() + QStringLiteral("/Desktop") + airfoilDir),
@@ -43,11 +45,7 @@ QString myOpenFile::DialogWriteSplineToFile() {
 int myOpenFile::WriteParaStream(QString fileName) {
     if (fileName.isEmpty())
         return 0;
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_4_6);
-    stream << *p;
-    return write_file(fileName, bytes) ? 1 : 0;
+    return write_file(fileName, spline_bytes(*p)) ? 1 : 0;
 }
 
 int myOpenFile::ReadParaStream(QString fileName) {
@@ -61,16 +59,12 @@ int myOpenFile::ReadParaStream(QString fileName) {
         box.exec();
         return 0;
     }
-    QFile file(fileName);
-    // Opening a pipe would wait for its writer, and a device may never end. As with any
-    // other file that does not open, the reading goes on and finds nothing.
-    if (!info.isFile() || !file.open(QIODevice::ReadOnly))
-        *p = *outdata;
-    QDataStream stream(&file);
-    stream.setFloatingPointPrecision(stream.floatingPointPrecision());
-    stream.setVersion(QDataStream::Qt_4_6);
-    stream >> *outdata;
-    file.close();
+    // What cannot be read counts as empty: the reading goes on and finds nothing.
+    try {
+        read_spline_bytes(read_file(fileName), *outdata);
+    } catch (const std::bad_alloc&) {
+        read_spline_bytes(QByteArray(), *outdata);
+    }
     *p = *outdata;
     return 1;
 }

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The bytes of a spline file: the same items in the same order, written and read.
 #include "document/parastruct.h"
+#include "document/splinebytes.h"
 
 #include <QDataStream>
+#include <QIODevice>
 
 QDataStream& operator<<(QDataStream& stream, const ParaStruct& para) {
     const SplineFoil& spline = para.spline;
@@ -29,4 +31,18 @@ QDataStream& operator>>(QDataStream& stream, ParaStruct& para) {
     for (int i = 0; i < MAXNUMPOINTS; ++i)
         stream >> spline.CP[i] >> spline.rd_CP[i];
     return stream >> spline.startVent >> spline.endVent >> spline.L_T_S;
+}
+
+QByteArray spline_bytes(const ParaStruct& para) {
+    QByteArray bytes;
+    QDataStream stream(&bytes, QIODevice::WriteOnly);
+    stream.setVersion(QDataStream::Qt_4_6);
+    stream << para;
+    return bytes;
+}
+
+void read_spline_bytes(const QByteArray& bytes, ParaStruct& para) {
+    QDataStream stream(bytes);
+    stream.setVersion(QDataStream::Qt_4_6);
+    stream >> para;
 }

@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Coordinate tables read line by line through a text stream.
+// Coordinate tables read line by line through a text stream on the decoded text.
 #include "baseline/reader.h"
 
 #include <QFile>
 #include <QList>
+#include <QStringDecoder>
 #include <QTextStream>
 
 #include <algorithm>
@@ -31,12 +32,20 @@ double field(const QString& text) {
     return double(to_single(Repair_NumString(text)));
 }
 
+QString text_of(const QString& fileName) {
+    QFile file(fileName);
+    if (!file.open(QIODevice::ReadOnly))
+        return QString();
+    const QByteArray bytes = file.readAll();
+    const auto encoding = QStringConverter::encodingForData(bytes);
+    QString text = QStringDecoder(encoding.value_or(QStringConverter::Utf8)).decode(bytes);
+    return text.remove(QLatin1Char('\r'));
+}
+
 QList<Row> numeric_rows(const QString& fileName) {
     QList<Row> rows;
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return rows;
-    QTextStream in(&file);
+    QString text = text_of(fileName);
+    QTextStream in(&text);
     while (!in.atEnd()) {
         const QString line = clean(in.readLine());
         if (!is_numeric_line(line))
@@ -59,10 +68,8 @@ int separators_but_last(const QString& line) {
 
 // 1, 2 or 3 for the three layouts, any other number for none of them.
 int layout_of(const QString& fileName) {
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return 0;
-    QTextStream in(&file);
+    QString text = text_of(fileName);
+    QTextStream in(&text);
     int k = 0;
     int j = 0;
     int colNum = 0;
@@ -171,14 +178,12 @@ QPolygonF Read_Eppler(const QString& fileName) {
 }
 
 QString FoilText_Read(const QString& fileName) {
-    QString text;
-    QFile file(fileName);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text))
-        return text;
-    QTextStream in(&file);
+    QString text = text_of(fileName);
+    QTextStream in(&text);
+    QString repaired;
     while (!in.atEnd())
-        text += Repair_NumString(clean(in.readLine())) + QLatin1Char('\n');
-    return text;
+        repaired += Repair_NumString(clean(in.readLine())) + QLatin1Char('\n');
+    return repaired;
 }
 
 QPolygonF airfoil_Read_All(const QString& fileName) {

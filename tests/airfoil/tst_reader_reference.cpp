@@ -15,9 +15,6 @@
 
 namespace {
 
-// The text stream takes a file in pieces of this size.
-constexpr int chunk = 16384;
-
 // Empty, or what the two readers disagree on.
 QString disagreement(const QString& name) {
     using Reader = QPolygonF (*)(QString);
@@ -68,8 +65,6 @@ private slots:
     void catalogue();
     void short_files_data();
     void short_files();
-    void chunk_boundary_data();
-    void chunk_boundary();
     void truncated_at_every_byte();
     void no_file_data();
     void no_file();
@@ -191,49 +186,6 @@ void tst_reader_reference::short_files() {
     QVERIFY(!name.isEmpty());
     const QString difference = disagreement(name);
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
-}
-
-void tst_reader_reference::chunk_boundary_data() {
-    QTest::addColumn<QByteArray>("sequence");
-
-    QTest::newRow("plain-row") << QByteArray("0.1234 0.5678\n");
-    QTest::newRow("carriage-returns") << QByteArray("0.5 0.1\r\n\r\r\n0.25\r 0.1\n");
-    QTest::newRow("returns-alone") << QByteArray("\r\r\r\r\r\r\r\r");
-    QTest::newRow("return-before-the-end") << QByteArray("0.5 0.1\r");
-    QTest::newRow("guillemets") << QByteArray("\xc2\xab"
-                                              "0.5 \xc2\xbb 0.1\n");
-    QTest::newRow("letters-of-two-bytes") << QByteArray("0.5 \xc3\xa9\xce\xb1 0.1\n");
-    QTest::newRow("spaces-of-three-bytes") << QByteArray("0.5\xe3\x80\x80"
-                                                         "0.1\xe2\x80\x83\n");
-    QTest::newRow("letter-of-four-bytes") << QByteArray("0.5 \xf0\x9d\x90\x80 0.1\n");
-    QTest::newRow("broken-bytes") << QByteArray(
-        "0.5 \xe9 0.1 \xe2\x82 7.5 \xf0\x9f\n0.5\xc2 0.1\n");
-    QTest::newRow("mark-inside") << QByteArray("\xef\xbb\xbf"
-                                               "0.5 0.1\n");
-    QTest::newRow("nul-bytes") << QByteArray("0.5\0 \0"
-                                             "0.1\n\0\n",
-                                             12);
-    QTest::newRow("returns-within-a-character") << QByteArray("0.5 \xe2\r\x82\r\xac 0.1\n");
-}
-
-void tst_reader_reference::chunk_boundary() {
-    QFETCH(QByteArray, sequence);
-    const QByteArray head = "title\n1.0 0.0\n0.5 0.1\n0.2 0.05\n";
-    for (const int boundary : {chunk, 2 * chunk}) {
-        for (qsizetype before = 0; before <= sequence.size() + 1; ++before) {
-            const QByteArray bytes =
-                head + QByteArray(boundary - before - head.size() - 1, 'x') + '\n' + sequence;
-            for (const char* tail : {"", "0.9 -0.05\n1.0 0.0\n"}) {
-                const QString name = stored(bytes + tail);
-                QVERIFY(!name.isEmpty());
-                const QString difference = disagreement(name);
-                QVERIFY2(difference.isEmpty(), qPrintable(QStringLiteral("%1 before %2: %3")
-                                                              .arg(before)
-                                                              .arg(boundary)
-                                                              .arg(difference)));
-            }
-        }
-    }
 }
 
 void tst_reader_reference::truncated_at_every_byte() {

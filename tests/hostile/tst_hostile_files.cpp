@@ -2,11 +2,13 @@
 // Files from anywhere: huge, damaged, changing, or no files at all.
 #include "airfoil/airfoil.h"
 #include "app/mainwindow.h"
+#include "document/readfile.h"
 #include "support/modalguard.h"
 #include "support/testmain.h"
 
 #include <QDir>
 #include <QFile>
+#include <QScopeGuard>
 #include <QStringConverter>
 #include <QStringEncoder>
 #include <QTemporaryDir>
@@ -17,6 +19,7 @@
 #include <functional>
 #include <thread>
 
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -57,15 +60,24 @@ QByteArray half_contour(int count) {
     return bytes;
 }
 
-qsizetype peak_bytes() {
+// A line of the process's status, bytes.
+qsizetype status_bytes(const QByteArray& key) {
     QFile status(u"/proc/self/status"_s);
     if (!status.open(QIODevice::ReadOnly))
         return 0;
     for (const QByteArray& line : status.readAll().split('\n')) {
-        if (line.startsWith("VmHWM:"))
-            return line.mid(6).chopped(2).trimmed().toLongLong() * 1024;
+        if (line.startsWith(key))
+            return line.mid(key.size()).chopped(2).trimmed().toLongLong() * 1024;
     }
     return 0;
+}
+
+qsizetype peak_bytes() {
+    return status_bytes("VmHWM:");
+}
+
+rlim_t address_space() {
+    return rlim_t(status_bytes("VmSize:"));
 }
 
 void forget_peak() {
@@ -91,6 +103,8 @@ private slots:
     void awkward_tables();
     void long_fields_data();
     void long_fields();
+    void larger_than_memory_data();
+    void larger_than_memory();
     void not_regular_data();
     void not_regular();
     void shrinking();
@@ -253,6 +267,40 @@ void tst_hostile_files::long_fields() {
     QCOMPARE(std::signbit(outline[1].x()), std::signbit(expected));
 }
 
+void tst_hostile_files::larger_than_memory_data() {
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<bool>("is_limited");
+    QTest::newRow("terabyte") << (qint64(1) << 40) << false;
+    QTest::newRow("just-above-the-longest") << longest_file + 1 << false;
+    QTest::newRow("more-than-is-left") << qint64(200'000'000) << true;
+}
+
+// Files with holes, whose first bytes claim a name of 4 GB.
+void tst_hostile_files::larger_than_memory() {
+    QFETCH(qint64, size);
+    QFETCH(bool, is_limited);
+    if (is_limited && !MEMORY_IS_MEASURED)
+        QSKIP("The sanitizers reserve more than any limit.");
+    const QString name = put(QByteArray::fromHex("FFFFFFFC"));
+    QVERIFY(QFile::resize(name, size));
+    rlimit before = {};
+    QCOMPARE(::getrlimit(RLIMIT_AS, &before), 0);
+    const auto restore = qScopeGuard([&] { ::setrlimit(RLIMIT_AS, &before); });
+    if (is_limited) {
+        const rlimit limit = {address_space() + 100'000'000, before.rlim_max};
+        QCOMPARE(::setrlimit(RLIMIT_AS, &limit), 0);
+    }
+
+    for (const auto reader :
+         {airfoil_Read, airfoil_Read_All, Read_Normal, Read_Symetric, Read_Eppler})
+        QVERIFY(reader(name).isEmpty());
+    QVERIFY(FoilText_Read(name).isEmpty());
+    myOpenFile files;
+    files.p->spline.num_pnt = 7;
+    QCOMPARE(files.ReadParaStream(name), 1);
+    QCOMPARE(files.p->spline.num_pnt, 0);
+}
+
 void tst_hostile_files::not_regular_data() {
     QTest::addColumn<QString>("kind");
     QTest::newRow("folder") << u"folder"_s;
@@ -277,7 +325,6 @@ void tst_hostile_files::not_regular() {
     QVERIFY(FoilText_Read(name).isEmpty());
     if (kind == u"missing"_s)
         return;
-    const ExpectedWarnings closed(u"QIODevice::read"_s);
     myOpenFile files;
     files.p->spline.num_pnt = 7;
     QCOMPARE(files.ReadParaStream(name), 1);

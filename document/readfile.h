@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The one place where files are read.
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+
+/// The longest file that is read, bytes. A table or a spline takes some hundredths of it,
+/// and the outline, its texts and its picture take several times the file.
+constexpr qint64 longest_file = qint64(256) << 20;
+
+/// The content of the file @p name. Never of what is no regular file: a pipe or a device
+/// may never answer.
+/// @return null for a file that cannot be read or is longer than longest_file
+/// @throws std::bad_alloc when the memory does not suffice
+QByteArray read_file(const QString& name);
