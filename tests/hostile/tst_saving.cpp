@@ -153,6 +153,8 @@ void tst_saving::in_place() {
     QCOMPARE(after.st_mode, before.st_mode);
     QCOMPARE(after.st_nlink, before.st_nlink);
     QCOMPARE(listing(dir->path()), files);
+    failing_call = "fsync";
+    QVERIFY(!write_file(path(u"old"_s), bytes));
 }
 
 // A link of the system leads to a file that has no name.
@@ -316,6 +318,8 @@ void tst_saving::raw_names() {
     ::mkdir(folder.constData(), 0700);
     const QByteArray file = folder + name;
 
+    const QStringList open_files = listing(u"/proc/self/fd"_s);
+
     QVERIFY(write_file_at(file, old_content));
     QCOMPARE(::chmod(file.constData(), 0604), 0);
     QVERIFY(write_file_at(file, new_content));
@@ -323,10 +327,14 @@ void tst_saving::raw_names() {
     QVERIFY(!write_file_at(file, old_content));
     failing_call.clear();
     QVERIFY(!write_file_at(file, old_content, false));
+    QCOMPARE(::chmod(file.constData(), 0404), 0);
+    QVERIFY(!write_file_at(file, old_content));
+
+    QCOMPARE(listing(u"/proc/self/fd"_s), open_files);
 
     struct stat status = {};
     QCOMPARE(::stat(file.constData(), &status), 0);
-    QCOMPARE(status.st_mode & 07777U, 0604U);
+    QCOMPARE(status.st_mode & 07777U, 0404U);
     QFile reader;
     QVERIFY(reader.open(::open(file.constData(), O_RDONLY), QIODevice::ReadOnly,
                         QFile::AutoCloseHandle));
