@@ -25,6 +25,11 @@ const QByteArray old_content(5000, 'o');
 const QByteArray new_content(3000, 'n');
 mode_t mode_by_administrator = 0; // of a file that had 0451
 
+// A descriptor of a file without a name, negative where the file system has none.
+int open_nameless(const QString& folder) {
+    return ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_RDWR, 0600);
+}
+
 // The call that a disk fails, none by default.
 QByteArray failing_call;
 
@@ -160,7 +165,7 @@ void tst_saving::in_place() {
 // A link of the system leads to a file that has no name.
 void tst_saving::nameless_file() {
     QFile file;
-    const int fd = ::open(QFile::encodeName(dir->path()).constData(), O_TMPFILE | O_RDWR, 0600);
+    const int fd = open_nameless(dir->path());
     if (fd < 0)
         QSKIP("this file system has no files without names");
     QVERIFY(file.open(fd, QIODevice::ReadWrite, QFile::AutoCloseHandle));
@@ -403,6 +408,10 @@ void tst_saving::failing_disk_data() {
 // A disk that takes no new file shall not be trusted with the place of the old one.
 void tst_saving::failing_disk() {
     QFETCH(QByteArray, call);
+    const int nameless = open_nameless(dir->path());
+    if (nameless < 0 && call == "linkat")
+        QSKIP("this file system has no files without names");
+    ::close(nameless);
     put(path(u"old"_s), old_content);
 
     failing_call = call;
