@@ -6,7 +6,7 @@ set -euo pipefail
 
 build=(cmake g++ ninja-build qt6-base-dev)
 # What it takes to run the program in a real window without a display.
-window=(fonts-dejavu-core openbox python3 x11-utils xdotool xvfb)
+window=(fonts-dejavu-core libxtst6 openbox python3 x11-utils xdotool xvfb)
 # Desktops with Wayland alone need the toolkit's plugin for it.
 wayland=(qt6-wayland)
 # Benchmarks: the other reader of long tables.

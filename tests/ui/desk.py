@@ -12,6 +12,8 @@ import tempfile
 import time
 import zlib
 
+from hand import Hand
+
 PATIENCE = 90.0  # seconds; a loaded machine is slow, a broken program waits in vain
 TOOLS = ("Xvfb", "openbox", "xdotool", "xprop")
 
@@ -84,7 +86,7 @@ class Desk:
         self.width, self.height = width, height
         self.folder = tempfile.mkdtemp(prefix="aerolith-desk-")
         self.processes = []
-        self.program = None
+        self.program = self.main = self.hand = None
         # Nothing of the desktop around may leak in: scaling, styles, dialogs of another kind.
         self.environment = {
             "PATH": os.environ.get("PATH", os.defpath),
@@ -139,6 +141,10 @@ class Desk:
         self._start(["openbox", "--startup", f"touch {shlex.quote(ready)}"],
                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
         wait_for(lambda: os.path.exists(ready), "the window manager")
+        try:
+            self.hand = Hand(self.environment["DISPLAY"])
+        except OSError as error:
+            raise Failure(f"{error}: dev/install_packages.sh window") from None
 
     def ask(self, *command):
         """The output of a command run on this display."""
@@ -148,6 +154,7 @@ class Desk:
 
     def start(self, program):
         self.program = self._start([program], stderr=self.log, stdout=self.log)
+        self.main = self.window("main")
 
     def wait_for_end(self):
         """The exit code of the program, and what it printed."""
@@ -156,6 +163,8 @@ class Desk:
         return self.program.returncode, self.log.read().decode(errors="replace")
 
     def close(self):
+        if self.hand:
+            self.hand.close()
         for process in reversed(self.processes):
             if process.poll() is None:
                 process.terminate()
@@ -193,8 +202,11 @@ class Desk:
                 its_kind = "tip"
             elif "_DIALOG" in properties:
                 its_kind = "dialog"
+            elif '"Aerolith"' in properties:
+                its_kind = "main"
             else:
-                its_kind = "main" if '"Aerolith"' in properties else "menu"
+                # One that has just ended has no type at all.
+                its_kind = "menu" if "_NORMAL" in properties else None
             if its_kind == kind:
                 found.append(window)
         return found
@@ -221,32 +233,44 @@ class Desk:
 
     # Doing
 
-    def do(self, *arguments):
-        subprocess.run(["xdotool", *map(str, arguments)], env=self.environment, check=True,
-                       stdin=subprocess.DEVNULL)
+    def settle(self):
+        """Waits until the program has every event. The toolkit drops a movement when a later one
+        waits in its queue, even one that a release parts from it."""
+        wait_for(lambda: not self.hand.holds_a_button(), "the release of every button")
+        question = self.hand.ping(int(self.main))
+        wait_for(lambda: self.hand.answered(question) or self.program.poll() is not None,
+                 "an answer of the program")
 
     def move(self, x, y):
-        self.do("mousemove", x, y)
+        self.hand.move(x, y)
+        self.settle()
 
     def click(self, x, y, button=1, times=1):
-        self.move(x, y)
-        self.do("click", "--repeat", times, "--delay", 40, button)
+        self.hand.move(x, y)
+        for _ in range(times):
+            self.hand.press(button)
+            self.hand.release(button)
+        self.settle()
 
     def drag(self, way, button=1, halfway=None):
         """Presses at the first place of the way, moves along it and releases at the last."""
-        self.move(*way[0])
-        self.do("mousedown", button)
+        self.hand.move(*way[0])
+        self.hand.press(button)
         for place in way[1:]:
-            self.move(*place)
+            self.hand.move(*place)
         if halfway:
             halfway()
-        self.do("mouseup", button)
+        self.hand.release(button)
+        self.settle()
 
     def key(self, *keys):
-        self.do("key", "--delay", 30, *keys)
+        """Strokes keys one by one; those joined by a plus sign together."""
+        for key in keys:
+            self.hand.stroke(*key.split("+"))
 
     def type(self, text):
-        self.do("type", "--delay", 15, text)
+        for character in text:
+            self.hand.stroke(character)
 
     def choose(self, entry, entries):
         """Clicks an entry of the menu that has just been asked for."""
@@ -261,7 +285,6 @@ class Desk:
             raise Failure(f"the dialog is called {self.title(dialog)!r}, not {title!r}")
         wait_for(lambda: self.ask("xdotool", "getactivewindow").strip() == dialog,
                  f"the focus in the dialog {title!r}")
-        self.look_at_rest()
         self.type(text)
         self.key("Return")
         self.no_window("dialog")

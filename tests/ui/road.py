@@ -8,7 +8,6 @@ import re
 import shutil
 import sys
 import tempfile
-import time
 
 import section
 from desk import Desk, Failure, wait_for
@@ -190,7 +189,7 @@ class Road:
 
     def start(self):
         self.desk.start(self.program)
-        window = self.desk.window("main")
+        window = self.desk.main
         screen = (0, 0, self.desk.width, self.desk.height)
         wait_for(lambda: self.desk.geometry(window) == screen, "a window that fills the screen")
         frame = self.desk.ask("xprop", "-id", window, "_NET_FRAME_EXTENTS")
@@ -214,12 +213,14 @@ class Road:
         self.y = wait_for(top, "the leading edge's axis")
         self.map = section.Mapping(width, self.desk.height - MARGIN - self.y)
         self.drawing = section.Drawing(self.map)
-        picture = self.desk.look_at_rest()
-        self.menus = text_blocks(picture, 0, 300, 4, self.y - 12, 10)
-        self.buttons = text_blocks(picture, self.x + 190, self.x + 471, self.y + 54, self.y + 73,
-                                   10)
-        if len(self.menus) != 3 or len(self.buttons) != 6:
-            raise Failure(f"menus at {self.menus}, buttons at {self.buttons}")
+
+        def bars():
+            picture, y = self.desk.look(), self.y
+            self.menus = text_blocks(picture, 0, 300, 4, y - 12, 10)
+            self.buttons = text_blocks(picture, self.x + 190, self.x + 471, y + 54, y + 73, 10)
+            return len(self.menus) == 3 and len(self.buttons) == 6
+
+        wait_for(bars, "three menus and six buttons")
 
     def main_menu(self, menu, entry, entries):
         self.desk.click(self.menus[menu], 10)
@@ -390,7 +391,7 @@ class Road:
             raise Failure(f"the curve is {self.worst} chords off the template")
         for y, text, leave in ((22, "12.5", "Tab"), (52, "30", "Return")):
             self.desk.click(self.x + 75, self.y + y)
-            self.desk.key("ctrl+a")
+            self.desk.key("Control_L+a")
             self.desk.type(text)
             self.desk.key(leave)
         self.drawing.startVent, self.drawing.endVent = 12.5, 30.0
@@ -429,10 +430,10 @@ class Road:
         for i in range(30 - len(self.drawing.CP)):
             self.menu((x + 3 * i, y), APPEND)
         self.menu((x, y), APPEND)
-        # Long enough for the window to get the focus back, which hides tool tips.
-        time.sleep(1.0)
-        if not self.desk.windows("tip"):
-            raise Failure("nobody is told that there are points enough")
+        # The focus that comes back from the menu hides tool tips: one must be there after that.
+        for _ in range(2):
+            wait_for(lambda: self.desk.windows("tip"), "the word that there are points enough")
+            self.desk.settle()
         self.keep("refused")
 
 
