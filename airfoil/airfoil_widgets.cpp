@@ -6,6 +6,8 @@
 
 #include <QTextEdit>
 
+#include <utility>
+
 void FillPolygon(QPolygonF poly, QTextEdit* edit) {
     edit->clear();
     for (const QPointF& point : std::as_const(poly))

@@ -5,6 +5,7 @@
 #include "numerics/transform.h"
 
 #include <cmath>
+#include <utility>
 
 namespace {
 

@@ -9,7 +9,9 @@
 
 #include <algorithm>
 #include <charconv>
+#include <cstddef>
 #include <limits>
+#include <utility>
 
 namespace {
 

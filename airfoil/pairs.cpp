@@ -2,6 +2,7 @@
 // Nose, crests and the pairs of upper and lower points of an outline.
 #include "airfoil/airfoil.h"
 
+#include <QList>
 #include <QMessageBox>
 
 #include <algorithm>

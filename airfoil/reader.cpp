@@ -8,6 +8,7 @@
 #include <QIODevice>
 #include <QTextStream>
 
+#include <cstddef>
 #include <new>
 #include <vector>
 

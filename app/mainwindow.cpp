@@ -14,6 +14,7 @@
 #include <QLayout>
 #include <QMessageBox>
 #include <QPalette>
+#include <QString>
 #include <QTextDocument>
 
 #include <cmath>

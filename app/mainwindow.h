@@ -8,6 +8,8 @@
 #include "ui_mainwindow.h"
 
 #include <QMainWindow>
+#include <QPolygonF>
+#include <QString>
 #include <QTextEdit>
 
 /// The one window. Its slots turn menu entries and buttons into calls of the editor,

@@ -7,7 +7,9 @@
 #include <QCoreApplication>
 #include <QFocusEvent>
 #include <QLocale>
+#include <QPolygonF>
 #include <QSignalBlocker>
+#include <QString>
 
 namespace {
 

@@ -6,6 +6,7 @@
 #include "document/savefile.h"
 #include "document/splinebytes.h"
 
+#include <QByteArray>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>

@@ -3,6 +3,7 @@
 #include "document/parastruct.h"
 #include "document/splinebytes.h"
 
+#include <QByteArray>
 #include <QDataStream>
 #include <QIODevice>
 

@@ -3,6 +3,8 @@
 #include "editor/templateimage.h"
 
 #include <QPaintEngine>
+#include <QPointF>
+#include <QSize>
 
 #include <algorithm>
 #include <cmath>

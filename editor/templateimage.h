@@ -5,7 +5,10 @@
 #include <QImage>
 #include <QPainter>
 #include <QPen>
+#include <QPoint>
 #include <QPolygonF>
+#include <QRect>
+#include <QRectF>
 #include <QRegion>
 #include <QTransform>
 

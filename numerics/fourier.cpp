@@ -5,11 +5,13 @@
 #include "numerics/constants.h"
 
 #include <QLoggingCategory>
+#include <QPointF>
 
 #include <algorithm>
 #include <array>
 #include <cmath>
 #include <cstddef>
+#include <utility>
 #include <vector>
 
 namespace {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -20,11 +21,11 @@ QVector3D scaled(QVector3D v, double factor) {
 } // namespace
 
 double norma2(double x, double y) {
-    return std::pow(std::pow(x, 2.0) + std::pow(y, 2.0), 0.5);
+    return std::pow(x * x + y * y, 0.5);
 }
 
 double norma3(double x, double y, double z) {
-    return std::pow(std::pow(x, 2.0) + std::pow(y, 2.0) + std::pow(z, 2.0), 0.5);
+    return std::pow(x * x + y * y + z * z, 0.5);
 }
 
 double Dist2(QPointF a, QPointF b) {
