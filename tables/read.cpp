@@ -1,22 +1,119 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// From bytes to an outline.
-#include "tables/table.h"
+// The whole reading: bytes, text, rows, groups of rows, layouts, and the one section that counts.
+#include "tables/search.h"
+#include "tables/text.h"
 
 #include <algorithm>
-#include <charconv>
 
 namespace tables {
 
 namespace {
 
-bool read_number(const char*& next, const char* end, double& number) {
-    while (next != end && (*next == ' ' || *next == '\t' || *next == ','))
-        ++next;
-    const std::from_chars_result result = std::from_chars(next, end, number);
-    if (result.ec != std::errc())
-        return false;
-    next = result.ptr;
-    return true;
+QString lines_text(const std::vector<Found>& found) {
+    constexpr std::size_t most_told = 6;
+    QStringList lines;
+    for (std::size_t i = 0; i < std::min(found.size(), most_told); ++i)
+        lines.append(QString::number(found[i].success.line));
+    if (found.size() > most_told)
+        lines.append(QStringLiteral("..."));
+    return lines.join(QStringLiteral(", "));
+}
+
+// Rows with numbers before the section that no one has understood: counts and parameters are a
+// note, what looks like a point is a doubt.
+void tell_heads(const Rows& rows, const Success& section, QList<Finding>& findings) {
+    constexpr std::size_t most_told = 4;
+    const int columns = rows.lines[section.first].count;
+    for (std::size_t i = 0; i < std::min(section.heads.size(), most_told); ++i) {
+        const std::size_t line = section.heads[i];
+        const bool touches = line + 1 == section.first && !rows.lines[section.first].after_gap;
+        const bool is_like_point =
+            touches && rows.lines[line].count <= columns && !are_whole(rows, line);
+        findings.append({is_like_point ? Gravity::doubt : Gravity::note, rows.lines[line].number,
+                         QStringLiteral("\"%1\" stands before the rows; left out")
+                             .arg(shown(rows.line_text(line)))});
+    }
+}
+
+void tell_rest(const Rows& rows, const Success& section, QList<Finding>& findings) {
+    const int columns = rows.lines[section.last].count;
+    int left_out = 0;
+    int first = 0;
+    Gravity gravity = Gravity::note;
+    for (std::size_t line = section.last + 1; line < rows.lines.size(); ++line) {
+        const Line& rest = rows.lines[line];
+        if (rest.kind != LineKind::numbers)
+            continue;
+        first = left_out == 0 ? rest.number : first;
+        ++left_out;
+        const bool touches = line == section.last + 1 && !rest.after_gap;
+        if (!rest.remark && (touches || rest.count == columns))
+            gravity = Gravity::doubt;
+    }
+    if (left_out > 0)
+        findings.append(
+            {gravity, first,
+             left_out == 1
+                 ? QStringLiteral("a row of numbers behind the section left out")
+                 : QStringLiteral("%1 rows of numbers behind the section left out").arg(left_out)});
+}
+
+void refuse(Table& table, int line, const QString& text) {
+    table.findings.append({Gravity::error, line, text});
+}
+
+void take(const Rows& rows, Success section, Table& table) {
+    const std::size_t begin = section.first > 0 ? section.first - 1 : 0;
+    if (const auto damage = damage_in(rows, begin, section.last + 2)) {
+        table.findings.append(*damage);
+        return;
+    }
+    tell_heads(rows, section, table.findings);
+    table.findings += section.reading.findings;
+    tell_rest(rows, section, table.findings);
+    table.kind = kind_of(section.reading.outline);
+    table.layout = section.layout;
+    table.title = title_of(rows, section.first, table.layout == QLatin1String("af"));
+    table.openings = section.reading.openings;
+    table.points = std::move(section.reading.outline.points);
+    table.lines = std::move(section.reading.outline.lines);
+}
+
+// The section that is wanted, or what stands against it.
+void take_one(const Rows& rows, const std::vector<Group>& groups, Search result, int element,
+              Table& table) {
+    std::vector<Found>& found = result.found;
+    if (element > 0) {
+        if (std::size_t(element) > found.size())
+            refuse(table, 0,
+                   QStringLiteral("element %1 of %2; expected one that is there")
+                       .arg(element)
+                       .arg(found.size()));
+        else
+            take(rows, std::move(found[std::size_t(element) - 1].success), table);
+        return;
+    }
+    choose_table(found, table.findings);
+    const Found& one = found.front();
+    const bool is_half = one.success.layout == QLatin1String("half");
+    if (found.size() > 1)
+        refuse(table, found[1].success.line,
+               QStringLiteral("%1 sections or elements, at lines %2; expected one, picked by "
+                              "--element")
+                   .arg(found.size())
+                   .arg(lines_text(found)));
+    else if (is_half && is_mean_line(one.words))
+        refuse(table, one.success.line, QStringLiteral("a mean line; expected an outline"));
+    else if (is_half && !result.unread.empty())
+        refuse(table, rows.lines[groups[result.unread.front()].first].number,
+               QStringLiteral("a table that cannot be read beside one side of a section; expected "
+                              "both sides"));
+    else if (is_accident(rows, found))
+        refuse(table, one.success.line,
+               QStringLiteral("a few rows like a section among many others; expected a table of "
+                              "coordinates"));
+    else
+        take(rows, std::move(found.front().success), table);
 }
 
 } // namespace
@@ -26,31 +123,35 @@ bool Table::readable() const {
                         [](const Finding& finding) { return finding.gravity == Gravity::error; });
 }
 
-Table read(const QByteArray& bytes, const ReadOptions&) {
+Table read(const QByteArray& bytes, const ReadOptions& options) {
     Table table;
-    table.layout = QStringLiteral("selig");
-    int line = 0;
-    for (const QByteArray& text : bytes.split('\n')) {
-        ++line;
-        const char* next = text.constData();
-        const char* const end = next + text.size();
-        double x = 0.0;
-        double y = 0.0;
-        if (read_number(next, end, x) && read_number(next, end, y)) {
-            table.points.append({x, y});
-            table.lines.push_back(line);
-        } else if (line == 1) {
-            table.title = QString::fromUtf8(text).trimmed();
-        }
+    Text text = decoded(bytes);
+    table.findings = std::move(text.findings);
+    if (!table.readable())
+        return table;
+    Rows rows = rows_of(text.utf8);
+    text.utf8.clear();
+    const std::vector<Group> groups = groups_of(rows);
+    Search result = search(rows, groups, options.layout);
+    if (!result.found.empty()) {
+        take_one(rows, groups, std::move(result), options.element, table);
+    } else if (const auto damage = damage_in(rows, 0, rows.lines.size())) {
+        table.findings.append(*damage);
+    } else if (!result.errors.isEmpty()) {
+        table.findings.append(result.errors.first());
+        table.candidates = result.candidates;
+    } else {
+        refuse(table, rows.lines.empty() ? 0 : rows.lines.front().number,
+               QStringLiteral("no rows of numbers; expected x and y in each"));
     }
-    if (table.points.size() < 6)
-        table.findings.append(
-            {Gravity::error, 0, QStringLiteral("fewer than 6 points; expected an outline")});
     return table;
 }
 
 QStringList layout_names() {
-    return {QStringLiteral("selig")};
+    QStringList names;
+    for (const Layout& layout : layouts())
+        names.append(QString::fromLatin1(layout.name));
+    return names;
 }
 
 } // namespace tables

@@ -1,0 +1,32 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// One group of rows, tried with every layout.
+#pragma once
+
+#include "tables/layouts.h"
+
+namespace tables {
+
+/// A reading with what the steps before it had to say.
+struct Success {
+    QString layout;
+    Reading reading;
+    int line;          ///< The first line that was read.
+    std::size_t first; ///< Places in Rows::lines: the first and the last row, counts included.
+    std::size_t last;
+    std::vector<std::size_t> heads; ///< Rows before the section that the layout leaves alone.
+};
+
+/// What came of a group of rows. Without a success there is an error.
+struct Attempt {
+    std::optional<Success> success;
+    QList<Finding> errors;
+    QStringList candidates; ///< Two layouts that fit equally well, else empty.
+};
+
+/// Tries the layouts on @p rows, only the one of the name @p layout unless that is empty. The
+/// unit comes from @p scope: the rows themselves, or those of all elements. Only @p whole
+/// tables may be half contours, and have to cover a chord.
+Attempt attempt(const Sheet& rows, const Sheet& scope, const Head& head, const QString& layout,
+                bool whole);
+
+} // namespace tables

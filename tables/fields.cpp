@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The fields of a line: numbers, places without a number, damaged numbers, words.
+#include "tables/fields.h"
+
+#include "tables/text.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+namespace tables {
+
+namespace {
+
+constexpr qsizetype longest_field = 400;
+// Beyond this no table goes, and squares and sums stay finite.
+constexpr double largest_number = 1e12;
+constexpr double no_number = std::numeric_limits<double>::quiet_NaN();
+
+enum class FieldKind { numbers, damaged, word };
+
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+bool is_one_of(char c, const char* set) {
+    return c != '\0' && std::strchr(set, c) != nullptr;
+}
+
+bool is_blank(char c) {
+    return is_one_of(c, " \t\f\v");
+}
+
+bool consists_of(QByteArrayView text, const char* set) {
+    return std::all_of(text.begin(), text.end(), [set](char c) { return is_one_of(c, set); });
+}
+
+bool has_digit(QByteArrayView text) {
+    return std::any_of(text.begin(), text.end(), is_digit);
+}
+
+QByteArrayView without_brackets(QByteArrayView field) {
+    while (!field.isEmpty() && is_one_of(field.front(), "([{\"'"))
+        field = field.sliced(1);
+    while (!field.isEmpty() && is_one_of(field.back(), ")]}\"'"))
+        field.chop(1);
+    return field;
+}
+
+// A place that a program or a person left without a number.
+bool is_empty_place(QByteArrayView field) {
+    return (field.size() >= 3 && consists_of(field, "*")) ||
+           (field.size() >= 2 && consists_of(field, "."));
+}
+
+bool is_not_a_number(QByteArrayView field) {
+    if (!field.isEmpty() && is_one_of(field.front(), "+-"))
+        field = field.sliced(1);
+    for (const char* name : {"nan", "inf", "infinity", "#inf", "1.#inf", "1.#qnan", "1.#ind"}) {
+        if (field.compare(QByteArrayView(name), Qt::CaseInsensitive) == 0)
+            return true;
+    }
+    return false;
+}
+
+bool begins_like_number(QByteArrayView field) {
+    if (is_one_of(field.front(), "+-"))
+        field = field.sliced(1);
+    if (field.isEmpty())
+        return false;
+    if (is_digit(field.front()) || field.front() == '.')
+        return true;
+    return field.size() > 1 && is_one_of(field.front(), "OolI?") && is_one_of(field[1], ".,");
+}
+
+// Whether the field was meant as a number: digits with a letter that looks like one, a second
+// point, a sign in its middle. `E63` and `S1223` are names.
+bool is_nearly_number(QByteArrayView field) {
+    return is_not_a_number(field) || (begins_like_number(field) && has_digit(field) &&
+                                      consists_of(field, "0123456789.,+-eEdDoOlIS?"));
+}
+
+char as_plain(char c, bool decimal_commas) {
+    if (c == 'd' || c == 'D')
+        return 'e';
+    return c == ',' && decimal_commas ? '.' : c;
+}
+
+// Whether what follows a number begins another one that touches it. Without points an exponent
+// may have lost its letter.
+bool is_touching(QByteArrayView number, QByteArrayView rest) {
+    return rest.size() >= 2 && is_one_of(rest.front(), "+-") && number.contains('.') &&
+           rest.contains('.') && (is_digit(rest[1]) || rest[1] == '.');
+}
+
+FieldKind read_numbers(QByteArrayView field, bool decimal_commas, std::vector<double>& numbers) {
+    char plain[longest_field];
+    if (field.size() > longest_field || is_not_a_number(field))
+        return field.size() > longest_field ? FieldKind::word : FieldKind::damaged;
+    std::transform(field.begin(), field.end(), plain,
+                   [=](char c) { return as_plain(c, decimal_commas); });
+    const char* next = plain;
+    const char* const end = plain + field.size();
+    const std::size_t before = numbers.size();
+    while (next != end) {
+        const char* const begin = next;
+        if (*next == '+' && end - next > 1 && (is_digit(next[1]) || next[1] == '.'))
+            ++next;
+        double value = 0.0;
+        const std::from_chars_result read = std::from_chars(next, end, value);
+        if (read.ec != std::errc() || !std::isfinite(value) || std::abs(value) > largest_number)
+            break;
+        numbers.push_back(value);
+        next = read.ptr;
+        const QByteArrayView rest(next, end);
+        if (rest.isEmpty() || rest == "%" || rest == "mm")
+            return FieldKind::numbers;
+        if (is_empty_place(rest)) {
+            if (rest.front() == '.')
+                break;
+            numbers.push_back(no_number);
+            return FieldKind::numbers;
+        }
+        if (!is_touching(QByteArrayView(begin, next), rest))
+            break;
+    }
+    numbers.resize(before);
+    return is_nearly_number(field) ? FieldKind::damaged : FieldKind::word;
+}
+
+} // namespace
+
+void read_fields(QByteArrayView line, bool decimal_commas, Fields& fields) {
+    fields.kind = LineKind::blank;
+    fields.numbers.clear();
+    fields.remark = false;
+    fields.likenesses = 0;
+    fields.damaged = {};
+
+    const auto is_separator = [=](char c) { return c == ';' || (c == ',' && !decimal_commas); };
+    const char* c = line.data();
+    const char* const end = c + line.size();
+    bool after_separator = true;
+    bool damaged = false;
+    while (c != end) {
+        if (is_blank(*c)) {
+            ++c;
+            continue;
+        }
+        if (is_separator(*c)) {
+            // A line that begins with a semicolon is a comment.
+            if (after_separator && fields.likenesses == 0 && *c == ';')
+                break;
+            if (after_separator) {
+                fields.numbers.push_back(no_number);
+                ++fields.likenesses;
+            }
+            after_separator = true;
+            ++c;
+            continue;
+        }
+        const char* const begin = c;
+        while (c != end && !is_blank(*c) && !is_separator(*c))
+            ++c;
+        QByteArrayView field = without_brackets(QByteArrayView(begin, c));
+        while (decimal_commas && field.endsWith(','))
+            field.chop(1);
+        field = without_brackets(field);
+        if (field.isEmpty())
+            continue;
+        FieldKind kind = FieldKind::numbers;
+        if (is_empty_place(field))
+            fields.numbers.push_back(no_number);
+        else
+            kind = read_numbers(field, decimal_commas, fields.numbers);
+        if (kind == FieldKind::word) {
+            c = begin;
+            break;
+        }
+        ++fields.likenesses;
+        if (kind == FieldKind::damaged && !damaged) {
+            damaged = true;
+            fields.damaged = field;
+        }
+        after_separator = false;
+    }
+    fields.remark = c != end;
+    const bool has_number = std::any_of(fields.numbers.begin(), fields.numbers.end(),
+                                        [](double number) { return !std::isnan(number); });
+    if (damaged)
+        fields.kind = LineKind::damaged;
+    else if (has_number)
+        fields.kind = LineKind::numbers;
+    else if (fields.remark || !fields.numbers.empty())
+        fields.kind = LineKind::text;
+}
+
+bool has_decimal_commas(QByteArrayView utf8) {
+    qsizetype with_commas = 0;
+    qsizetype with_points = 0;
+    while (!utf8.isEmpty()) {
+        const QByteArrayView line = take_line(utf8);
+        if (!line.contains(',')) {
+            with_points += line.contains('.') && consists_of(line, "0123456789.+-eEdD \t;") ? 1 : 0;
+            continue;
+        }
+        if (!consists_of(line, "0123456789.,+-eEdD \t;()[]{}\"%"))
+            continue;
+        if (line.contains('.')) {
+            ++with_points;
+            continue;
+        }
+        // Parted by something else, each field has one comma at most, and behind it a digit.
+        int fields = 0;
+        bool decimal = true;
+        bool any = false;
+        const char* c = line.data();
+        const char* const end = c + line.size();
+        while (c != end) {
+            if (is_blank(*c) || *c == ';') {
+                ++c;
+                continue;
+            }
+            const char* const begin = c;
+            while (c != end && !is_blank(*c) && *c != ';')
+                ++c;
+            QByteArrayView field = without_brackets(QByteArrayView(begin, c));
+            if (field.endsWith(','))
+                field.chop(1);
+            field = without_brackets(field);
+            const qsizetype comma = field.indexOf(',');
+            if (comma >= 0) {
+                any = true;
+                decimal = decimal && field.lastIndexOf(',') == comma && comma + 1 < field.size() &&
+                          is_digit(field[comma + 1]);
+            } else if (!has_digit(field)) {
+                decimal = false;
+            }
+            ++fields;
+        }
+        with_commas += decimal && any && fields >= 2 ? 1 : 0;
+    }
+    return with_commas > with_points;
+}
+
+} // namespace tables

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Which lines belong together: the tables of a file, what stands above them, and damage.
+#pragma once
+
+#include "tables/layouts.h"
+
+namespace tables {
+
+/// The lines [first, last) hold rows of as many columns, perhaps with words between.
+struct Group {
+    std::size_t first;
+    std::size_t last;
+    int columns;
+    int parts; ///< Stretches that words or element marks part.
+};
+
+/// The tables of the file: at least three rows of 2 to 32 columns. A row `999.0 999.0` parts
+/// elements, as words do.
+std::vector<Group> groups_of(Rows& rows);
+
+/// The rows with numbers before a table that belong to none, at most eight.
+Head head_of(const Rows& rows, const std::vector<Group>& groups, std::size_t group);
+
+/// The words above a table, in lower case, at most 1,000 characters.
+QByteArray words_above(const Rows& rows, std::size_t line);
+
+/// The first of the lines [@p first, @p last) that was to be a row of a table and cannot be
+/// read: with a damaged number, or with more or fewer numbers than its neighbours.
+std::optional<Finding> damage_in(const Rows& rows, std::size_t first, std::size_t last);
+
+/// Whether all numbers of a line are whole ones.
+bool are_whole(const Rows& rows, std::size_t line);
+
+/// The title line; empty for none.
+QString title_of(const Rows& rows, std::size_t first_row, bool second_line);
+
+} // namespace tables

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Both sides at once: in columns beside each other, or in rows in turn.
+#include "tables/layouts.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace tables {
+
+std::optional<Reading> read_columns(const Question& question) {
+    const Sheet& sheet = question.sheet;
+    if (sheet.columns() != 3 || question.course.runs.size() != 1)
+        return std::nullopt;
+    const int to_nose = question.course.runs[0].rising ? -1 : 1;
+    const Outline first = side_of(sheet, 0, sheet.rows() - 1, to_nose, 1);
+    const Outline second = side_of(sheet, 0, sheet.rows() - 1, -to_nose, 2);
+    // A slope or a radius in the third column does not meet the other side at the nose.
+    if (first.points.isEmpty() || second.points.isEmpty() ||
+        std::abs(first.points.last().y() - second.points.first().y()) > 0.1)
+        return std::nullopt;
+    Reading reading;
+    reading.outline = joined(first, second);
+    return reading;
+}
+
+std::optional<Reading> read_pairs(const Question& question) {
+    if (question.sheet.columns() != 4)
+        return std::nullopt;
+    // Either side may have fewer rows than the other one.
+    Reading reading;
+    Sheet first = question.sheet;
+    first.remove_column(3);
+    first.remove_column(2);
+    Sheet second = question.sheet;
+    second.remove_column(0);
+    second.remove_column(0);
+    for (Sheet* side : {&first, &second}) {
+        remove_incomplete_rows(*side, 0, reading.findings);
+        remove_incomplete_rows(*side, 1, reading.findings);
+        if (side->rows() < 3)
+            return std::nullopt;
+    }
+    const Course a = course_of(first);
+    const Course b = course_of(second);
+    if (a.runs.size() != 1 || b.runs.size() != 1)
+        return std::nullopt;
+    const Range x = range_of(first, 0);
+    const Range other = range_of(second, 0);
+    const double tolerance = 0.1 * x.width();
+    if (std::abs(x.least - other.least) > tolerance ||
+        std::abs(x.greatest - other.greatest) > tolerance)
+        return std::nullopt;
+    reading.outline = joined(side_of(first, 0, first.rows() - 1, a.runs[0].rising ? -1 : 1),
+                             side_of(second, 0, second.rows() - 1, b.runs[0].rising ? 1 : -1));
+    return reading;
+}
+
+std::optional<Reading> read_turns(const Question& question) {
+    const Sheet& sheet = question.sheet;
+    const int rows = sheet.rows();
+    if (sheet.columns() != 2 || question.course.runs.size() != 1 || rows < 2 * least_points)
+        return std::nullopt;
+    const auto y_step = [&](int row, int stride) {
+        return std::abs(sheet.at(row, 1) - sheet.at(row - stride, 1));
+    };
+    double in_turn = 0.0;
+    double along_sides = 0.0;
+    for (int row = 2; row < rows; ++row) {
+        in_turn += y_step(row, 1);
+        along_sides += y_step(row, 2);
+    }
+    if (!(in_turn > 2.0 * along_sides))
+        return std::nullopt;
+
+    // The row at the leading or trailing edge that has no partner belongs to both sides.
+    const auto x_step = [&](int row) { return std::abs(sheet.at(row, 0) - sheet.at(row - 1, 0)); };
+    const bool lone_first = x_step(1) > x_step(2);
+    const bool lone_last = x_step(rows - 1) > x_step(rows - 2);
+    Outline sides[2];
+    for (int row = 0; row < rows; ++row) {
+        const QPointF point = sheet.point(row, 0, 1);
+        const bool lone = (row == 0 && lone_first) || (row == rows - 1 && lone_last);
+        for (int side = 0; side < 2; ++side) {
+            if (lone || row % 2 == side)
+                sides[side].append(point, sheet.line(row));
+        }
+    }
+    // The first row behind the lone one begins the first side.
+    const int begins = lone_first ? 1 : 0;
+    Outline& first = sides[begins];
+    Outline& second = sides[1 - begins];
+    Outline& turned = question.course.runs[0].rising ? first : second;
+    std::reverse(turned.points.begin(), turned.points.end());
+    std::reverse(turned.lines.begin(), turned.lines.end());
+    Reading reading;
+    reading.outline = joined(std::move(first), second);
+    return reading;
+}
+
+} // namespace tables

@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// One line round the section: from the trailing edge, or from the nose.
+#include "tables/layouts.h"
+
+#include <cmath>
+
+namespace tables {
+
+namespace {
+
+bool is_loop(const Course& course, bool rises_first) {
+    return course.runs.size() == 2 && !course.runs[1].after_jump &&
+           course.runs[0].rising == rises_first && course.runs[1].rising != rises_first;
+}
+
+// The loop by its only column of y. Where there are more, one of them is y if no other one
+// gives an outline.
+template<typename Trace>
+std::optional<Reading> read_by_y(const Sheet& sheet, Trace trace) {
+    if (sheet.columns() == 2)
+        return Reading{trace(1), {}, std::nullopt};
+    std::optional<Reading> reading;
+    for (int y = 1; y < sheet.columns(); ++y) {
+        Outline outline = trace(y);
+        if (fault_of(outline))
+            continue;
+        if (reading)
+            return std::nullopt;
+        reading = Reading{std::move(outline), {}, std::nullopt};
+        reading->rank = leftover_rank;
+        reading->findings.append(
+            {Gravity::doubt, sheet.line(0),
+             QStringLiteral("%1 columns; taken as coordinates: 1 and %2 of them")
+                 .arg(sheet.columns())
+                 .arg(y + 1)});
+    }
+    return reading;
+}
+
+// Two rows at the trailing edge are its two corners; a single one ends both sides.
+bool has_two_corners(const Sheet& sheet, int edge) {
+    const double width = range_of(sheet, 0).width();
+    return edge + 1 < sheet.rows() &&
+           std::abs(sheet.at(edge + 1, 0) - sheet.at(edge, 0)) <= 1e-3 * width &&
+           sheet.at(edge + 1, 1) != sheet.at(edge, 1);
+}
+
+} // namespace
+
+std::optional<Reading> read_selig(const Question& question) {
+    if (!is_loop(question.course, false))
+        return std::nullopt;
+    const Sheet& sheet = question.sheet;
+    return read_by_y(sheet, [&](int y) { return side_of(sheet, 0, sheet.rows() - 1, 1, y); });
+}
+
+std::optional<Reading> read_loop(const Question& question) {
+    if (!is_loop(question.course, true))
+        return std::nullopt;
+    const Sheet& sheet = question.sheet;
+    const int edge = question.course.runs[0].last;
+    const int start = has_two_corners(sheet, edge) ? edge + 1 : edge;
+    auto reading = read_by_y(sheet, [&](int y) {
+        return joined(side_of(sheet, start, sheet.rows() - 1, 1, y), side_of(sheet, 0, edge, 1, y));
+    });
+    if (reading)
+        reading->findings.append(
+            {Gravity::note, sheet.line(0),
+             QStringLiteral("begins at the nose; turned to begin at the trailing edge")});
+    return reading;
+}
+
+} // namespace tables

@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Fourth step of the reading: the layouts of outlines.
+#include "tables/layouts.h"
+
+#include <cmath>
+
+namespace tables {
+
+const std::vector<Layout>& layouts() {
+    static const std::vector<Layout> all = {
+        {"lep", "a paragliding profile with its four counts", read_lep},
+        {"af", "a flag, two counts and two halves", read_af},
+        {"selig", "an outline from the trailing edge round the nose", read_selig},
+        {"loop", "an outline from the nose round the trailing edge", read_loop},
+        {"lednicer", "two halves", read_halves},
+        {"columns", "x with an upper and a lower y", read_columns},
+        {"pairs", "x and y of one side beside those of the other", read_pairs},
+        {"turns", "upper and lower points in turn", read_turns},
+        {"half", "one side, to be mirrored", read_half},
+    };
+    return all;
+}
+
+Outline side_of(const Sheet& sheet, int first, int last, int step, int y) {
+    Outline side;
+    side.points.reserve(last - first + 1);
+    side.lines.reserve(std::size_t(last - first + 1));
+    for (int i = 0; i <= last - first; ++i) {
+        const int row = step > 0 ? first + i : last - i;
+        const QPointF point = sheet.point(row, 0, y);
+        if (!std::isnan(point.x()) && !std::isnan(point.y()))
+            side.append(point, sheet.line(row));
+    }
+    return side;
+}
+
+Outline joined(Outline to_nose, const Outline& from_nose) {
+    const auto equal = [](QPointF a, QPointF b) { return a.x() == b.x() && a.y() == b.y(); };
+    const bool shared = !to_nose.points.isEmpty() && !from_nose.points.isEmpty() &&
+                        equal(to_nose.points.last(), from_nose.points.first());
+    for (int i = shared ? 1 : 0; i < from_nose.points.size(); ++i)
+        to_nose.append(from_nose.points[i], from_nose.lines[std::size_t(i)]);
+    return to_nose;
+}
+
+Outline mirrored(Outline to_nose) {
+    Outline image;
+    for (int i = int(to_nose.points.size()) - 1; i >= 0; --i) {
+        const QPointF point = to_nose.points[i];
+        image.append({point.x(), 0.0 - point.y()}, to_nose.lines[std::size_t(i)]);
+    }
+    return joined(std::move(to_nose), image);
+}
+
+} // namespace tables

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Fourth step of the reading: the layouts of outlines. Each is known by what its numbers are.
+#pragma once
+
+#include "tables/outline.h"
+#include "tables/runs.h"
+#include "tables/sheet.h"
+
+#include <optional>
+#include <vector>
+
+namespace tables {
+
+/// What stands before the rows of a section.
+struct Head {
+    std::vector<std::size_t> lines; ///< Places in Rows::lines of rows with numbers, in order.
+};
+
+constexpr int counted_rank = 3; ///< Counts in the head agree with the rows.
+constexpr int usual_rank = 2;
+constexpr int leftover_rank = 1; ///< A column is left out.
+
+struct Question {
+    const Sheet& sheet;   ///< In fractions of the chord; the first column is x.
+    const Course& course; ///< Of x.
+    const Head& head;
+};
+
+/// How one layout reads the rows.
+struct Reading {
+    Outline outline;
+    QList<Finding> findings;
+    std::optional<Openings> openings;
+    int heads = 0; ///< How many of the last head rows the layout has understood.
+    /// How much of the file the layout explains: readings are compared where this is equal,
+    /// and a lower one counts only where no higher one fits.
+    int rank = usual_rank;
+};
+
+using Recogniser = std::optional<Reading> (*)(const Question& question);
+
+struct Layout {
+    const char* name;
+    const char* shape; ///< For people: what such a table holds.
+    Recogniser read;
+};
+
+/// All layouts, in the order in which they are tried.
+const std::vector<Layout>& layouts();
+
+/// Counts N, U, I, L and N rows. A sum other than U + I + L = N + 2 is an error.
+std::optional<Reading> read_lep(const Question& question);
+/// A flag, 1 for a symmetric section, the counts of both halves, and the halves.
+std::optional<Reading> read_af(const Question& question);
+/// x runs down and up.
+std::optional<Reading> read_selig(const Question& question);
+/// x runs up and down.
+std::optional<Reading> read_loop(const Question& question);
+/// x runs twice up or twice down, with a jump between.
+std::optional<Reading> read_halves(const Question& question);
+/// x runs once, with two columns of y.
+std::optional<Reading> read_columns(const Question& question);
+/// Two columns of x run once, each with its y.
+std::optional<Reading> read_pairs(const Question& question);
+/// x runs once, y changes from side to side.
+std::optional<Reading> read_turns(const Question& question);
+/// x runs once, with one side of a symmetric section.
+std::optional<Reading> read_half(const Question& question);
+
+/// The rows [@p first, @p last] of a side in the direction of @p step, 1 or -1. Rows that lack
+/// a number are left out.
+Outline side_of(const Sheet& sheet, int first, int last, int step, int y = 1);
+/// A side from the trailing edge to the nose and one back. A nose that both have counts once.
+Outline joined(Outline to_nose, const Outline& from_nose);
+/// A side from the trailing edge to the nose, and its mirror image back.
+Outline mirrored(Outline to_nose);
+
+} // namespace tables

@@ -1,0 +1,180 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Last step of the reading: points that look like an outline.
+#include "tables/outline.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace tables {
+
+namespace {
+
+constexpr double largest_height = 1.1; // of the width: a circle, and a little
+constexpr double farthest_end = 0.1;
+constexpr double most_zigzag = 8.0; // ways up and down, in heights
+constexpr double no_height = 1e-3;
+constexpr double no_thickness = 1e-5;
+constexpr double most_swapped = 0.2; // of the area
+constexpr int stations = 60;
+
+using Heights = std::array<double, stations>;
+
+struct Bounds {
+    double left, right, bottom, top;
+    double width() const { return right - left; }
+    double height() const { return top - bottom; }
+};
+
+Bounds bounds_of(const QPolygonF& points) {
+    Bounds bounds = {points[0].x(), points[0].x(), points[0].y(), points[0].y()};
+    for (const QPointF& point : points) {
+        bounds.left = std::min(bounds.left, point.x());
+        bounds.right = std::max(bounds.right, point.x());
+        bounds.bottom = std::min(bounds.bottom, point.y());
+        bounds.top = std::max(bounds.top, point.y());
+    }
+    return bounds;
+}
+
+// The heights of one side at the stations; @p step walks it from the nose to an end.
+Heights heights_of(const QPolygonF& points, int nose, int step, const Bounds& bounds) {
+    Heights heights;
+    const int end = step > 0 ? int(points.size()) - 1 : 0;
+    int next = nose;
+    for (int k = 0; k < stations; ++k) {
+        const double x = bounds.left + bounds.width() * (k + 0.5) / stations;
+        while (next != end && points[next].x() < x)
+            next += step;
+        const QPointF to = points[next];
+        const QPointF from = next == nose ? to : points[next - step];
+        const double run = to.x() - from.x();
+        const double part = run > 0.0 ? std::clamp((x - from.x()) / run, 0.0, 1.0) : 1.0;
+        heights[std::size_t(k)] = from.y() + part * (to.y() - from.y());
+    }
+    return heights;
+}
+
+struct Sides {
+    Heights first, second;
+};
+
+Sides sides_of(const QPolygonF& points, const Bounds& bounds) {
+    const auto nose = std::min_element(points.begin(), points.end(),
+                                       [](QPointF a, QPointF b) { return a.x() < b.x(); });
+    const int at = int(nose - points.begin());
+    return {heights_of(points, at, -1, bounds), heights_of(points, at, 1, bounds)};
+}
+
+Finding error(int line, const QString& text) {
+    return {Gravity::error, line, text};
+}
+
+std::optional<Finding> fault_of_sides(const Outline& outline, const Bounds& bounds) {
+    const Sides sides = sides_of(outline.points, bounds);
+    double above = 0.0;
+    double below = 0.0;
+    double thickest = 0.0;
+    for (int k = 0; k < stations; ++k) {
+        const double thickness = sides.first[std::size_t(k)] - sides.second[std::size_t(k)];
+        above += std::max(thickness, 0.0);
+        below += std::max(-thickness, 0.0);
+        thickest = std::max(thickest, std::abs(thickness));
+    }
+    if (thickest <= no_thickness * bounds.width() && bounds.height() > no_height * bounds.width())
+        return error(outline.lines.front(),
+                     QStringLiteral("both sides are the same; expected an upper and a lower side"));
+    if (thickest > no_height * bounds.width() &&
+        std::min(above, below) > most_swapped * std::max(above, below))
+        return error(outline.lines.front(),
+                     QStringLiteral("the sides change places; expected one above the other"));
+    return std::nullopt;
+}
+
+} // namespace
+
+std::optional<Finding> fault_of(const Outline& outline) {
+    const QPolygonF& points = outline.points;
+    if (points.size() < least_points)
+        return error(
+            outline.lines.empty() ? 0 : outline.lines.front(),
+            QStringLiteral("%1 points; expected at least %2").arg(points.size()).arg(least_points));
+    const Bounds bounds = bounds_of(points);
+    if (!(bounds.width() > 0.0))
+        return error(outline.lines.front(),
+                     QStringLiteral("all x are %1; expected a chord").arg(bounds.left));
+    for (const bool at_end : {false, true}) {
+        const double x = at_end ? points.last().x() : points.first().x();
+        if (bounds.right - x > farthest_end * bounds.width())
+            return error(at_end ? outline.lines.back() : outline.lines.front(),
+                         QStringLiteral("a side ends at x = %1; expected the trailing edge at %2")
+                             .arg(x)
+                             .arg(bounds.right));
+    }
+    if (bounds.height() > largest_height * bounds.width())
+        return error(outline.lines.front(),
+                     QStringLiteral("y runs from %1 to %2 over a chord of %3; expected a section")
+                         .arg(bounds.bottom)
+                         .arg(bounds.top)
+                         .arg(bounds.width()));
+    double way = 0.0;
+    for (int i = 1; i < points.size(); ++i)
+        way += std::abs(points[i].y() - points[i - 1].y());
+    if (bounds.height() > no_height * bounds.width() && way > most_zigzag * bounds.height())
+        return error(outline.lines.front(),
+                     QStringLiteral("y jumps up and down from row to row; expected a smooth line"));
+    return fault_of_sides(outline, bounds);
+}
+
+Kind kind_of(const Outline& outline) {
+    const Bounds bounds = bounds_of(outline.points);
+    Sides sides = sides_of(outline.points, bounds);
+    double first = 0.0;
+    double second = 0.0;
+    double thickest = 0.0;
+    for (std::size_t k = 0; k < stations; ++k) {
+        first += sides.first[k];
+        second += sides.second[k];
+        thickest = std::max(thickest, std::abs(sides.first[k] - sides.second[k]));
+    }
+    if (thickest <= no_thickness * bounds.width())
+        return Kind::flat;
+    // Heights above the chord, which runs from the foremost point to the middle of the ends.
+    const auto nose = std::min_element(outline.points.begin(), outline.points.end(),
+                                       [](QPointF a, QPointF b) { return a.x() < b.x(); });
+    const double chord =
+        0.5 * (nose->y() + 0.5 * (outline.points.first().y() + outline.points.last().y()));
+    const double upper = std::max(first, second) / stations - chord;
+    const double lower = std::min(first, second) / stations - chord;
+    return lower > 0.0 && lower > 0.5 * upper ? Kind::single_skin : Kind::section;
+}
+
+bool same_section(const Outline& a, const Outline& b) {
+    constexpr double tolerance = 2e-3;
+    struct Normalised {
+        double width;
+        Sides sides;
+        double nose;
+    };
+    const auto normalised = [](const Outline& outline) {
+        const Bounds bounds = bounds_of(outline.points);
+        const auto nose = std::min_element(outline.points.begin(), outline.points.end(),
+                                           [](QPointF p, QPointF q) { return p.x() < q.x(); });
+        return Normalised{bounds.width(), sides_of(outline.points, bounds), nose->y()};
+    };
+    const auto heights = [](const Normalised& one, std::size_t k) {
+        return std::minmax({(one.sides.first[k] - one.nose) / one.width,
+                            (one.sides.second[k] - one.nose) / one.width});
+    };
+    const Normalised first = normalised(a);
+    const Normalised second = normalised(b);
+    for (std::size_t k = 0; k < stations; ++k) {
+        const auto [low, high] = heights(first, k);
+        const auto [other_low, other_high] = heights(second, k);
+        if (std::abs(low - other_low) > tolerance || std::abs(high - other_high) > tolerance)
+            return false;
+    }
+    return true;
+}
+
+} // namespace tables

@@ -1,0 +1,35 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Last step of the reading: points that look like an outline.
+#pragma once
+
+#include "tables/table.h"
+
+#include <optional>
+
+namespace tables {
+
+constexpr int least_points = 6;
+
+/// Points with their lines.
+struct Outline {
+    QPolygonF points;
+    std::vector<int> lines;
+
+    void append(QPointF point, int line) {
+        points.append(point);
+        lines.push_back(line);
+    }
+};
+
+/// What keeps an outline that begins at the trailing edge from being a section: too few
+/// points, ends away from the trailing edge, higher than wide, zigzagging, sides that swap or
+/// fall together. Empty when nothing does.
+std::optional<Finding> fault_of(const Outline& outline);
+
+/// The kind of an outline without fault.
+Kind kind_of(const Outline& outline);
+
+/// Whether both are the same section up to place and size, within the rounding of tables.
+bool same_section(const Outline& a, const Outline& b);
+
+} // namespace tables

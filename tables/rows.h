@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Second step of the reading: text to rows of numbers that know their lines.
+#pragma once
+
+#include "tables/fields.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <cstddef>
+#include <deque>
+#include <vector>
+
+namespace tables {
+
+/// A line of the file that is not blank.
+struct Line {
+    int number = 0;    ///< Counted from 1.
+    quint32 text = 0;  ///< Where it begins in Rows::text.
+    quint32 first = 0; ///< Its first number in Rows::numbers.
+    quint16 count = 0; ///< How many numbers.
+    LineKind kind = LineKind::text;
+    bool after_gap = false; ///< Blank lines stand before it.
+    bool remark = false;    ///< Words follow the numbers.
+};
+
+/// The lines of a file. Chunked containers: doubling ones would take twice the memory while
+/// they grow.
+struct Rows {
+    QByteArray text;
+    std::deque<Line> lines;
+    std::deque<double> numbers;
+    bool decimal_commas = false;
+
+    bool is_numbers(std::size_t line) const { return lines[line].kind == LineKind::numbers; }
+    double value(std::size_t line, int column) const {
+        return numbers[lines[line].first + std::size_t(column)];
+    }
+    /// The text of a line.
+    QByteArrayView line_text(std::size_t line) const;
+    /// The numbers of a line of few of them.
+    std::vector<double> values(std::size_t line) const;
+};
+
+/// The lines of @p utf8.
+Rows rows_of(const QByteArray& utf8);
+
+} // namespace tables

@@ -1,0 +1,129 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// How x runs through the rows: up, down, back to the start.
+#include "tables/runs.h"
+
+#include <QStringList>
+
+#include <algorithm>
+#include <cmath>
+
+namespace tables {
+
+namespace {
+
+constexpr double least_turn = 0.02; // of the width
+constexpr double least_jump = 0.7;
+
+bool same_sign(double a, double b) {
+    return (a > 0.0 && b > 0.0) || (a < 0.0 && b < 0.0);
+}
+
+// Whether x of the row lies off a course that its neighbours on both sides go on.
+bool is_slip(const Sheet& sheet, int column, int row, double tolerance) {
+    if (row < 2 || row + 2 >= sheet.rows())
+        return false;
+    const auto x = [&](int offset) { return sheet.at(row + offset, column); };
+    const double through = x(1) - x(-1);
+    const double low = std::min(x(-1), x(1));
+    const double high = std::max(x(-1), x(1));
+    return same_sign(x(-1) - x(-2), through) && same_sign(x(2) - x(1), through) &&
+           (x(0) < low - tolerance || x(0) > high + tolerance);
+}
+
+// Follows x from its first row and notes a run whenever x has come back far enough.
+class Follower {
+public:
+    Follower(const Sheet& sheet_, int column_, double tolerance_)
+        : sheet(sheet_), column(column_), tolerance(tolerance_) {}
+
+    void begin(int row, bool after_jump) {
+        start = lowest = highest = previous = row;
+        jumped = after_jump;
+        known = false;
+    }
+
+    void go_on(int row) {
+        previous = row;
+        if (x(row) < x(lowest))
+            lowest = row;
+        if (x(row) > x(highest))
+            highest = row;
+        if (!known) {
+            rising = x(row) - x(lowest) > tolerance;
+            known = rising || x(highest) - x(row) > tolerance;
+        } else if (rising && x(highest) - x(row) > tolerance) {
+            turn(highest);
+            lowest = row;
+        } else if (!rising && x(row) - x(lowest) > tolerance) {
+            turn(lowest);
+            highest = row;
+        }
+    }
+
+    void end(std::vector<Run>& to) {
+        runs.push_back({start, previous, rising, jumped});
+        to.insert(to.end(), runs.begin(), runs.end());
+        runs.clear();
+    }
+
+    double x(int row) const { return sheet.at(row, column); }
+    int last_row() const { return previous; }
+
+private:
+    void turn(int row) {
+        runs.push_back({start, row, rising, jumped});
+        start = row;
+        jumped = false;
+        rising = !rising;
+    }
+
+    const Sheet& sheet;
+    int column;
+    double tolerance;
+    std::vector<Run> runs;
+    int start = 0;
+    int lowest = 0;
+    int highest = 0;
+    int previous = 0;
+    bool rising = false;
+    bool known = false;
+    bool jumped = false;
+};
+
+} // namespace
+
+Course course_of(const Sheet& sheet, int column) {
+    Course course;
+    const double width = range_of(sheet, column).width();
+    if (!(width > 0.0))
+        return course;
+    Follower follower(sheet, column, least_turn * width);
+    follower.begin(0, false);
+    for (int row = 1; row < sheet.rows(); ++row) {
+        if (is_slip(sheet, column, row, least_turn * width)) {
+            course.slips.push_back(row);
+            continue;
+        }
+        const double step = follower.x(row) - follower.x(follower.last_row());
+        if (std::abs(step) > least_jump * width) {
+            follower.end(course.runs);
+            follower.begin(row, true);
+        } else {
+            follower.go_on(row);
+        }
+    }
+    follower.end(course.runs);
+    return course;
+}
+
+QString described(const Course& course) {
+    constexpr std::size_t most_told = 6;
+    QStringList words;
+    for (std::size_t i = 0; i < std::min(course.runs.size(), most_told); ++i)
+        words.append(course.runs[i].rising ? QStringLiteral("up") : QStringLiteral("down"));
+    if (course.runs.size() > most_told)
+        words.append(QStringLiteral("..."));
+    return words.join(QStringLiteral(", "));
+}
+
+} // namespace tables

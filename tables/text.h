@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// First step of the reading: bytes to text.
+#pragma once
+
+#include "tables/table.h"
+
+#include <QByteArray>
+#include <QByteArrayView>
+
+namespace tables {
+
+constexpr qsizetype most_bytes = qsizetype(64) << 20;
+
+struct Text {
+    QByteArray utf8;
+    QList<Finding> findings;
+};
+
+/// @p bytes as UTF-8. A byte-order mark tells UTF-8, UTF-16 and UTF-32; zeros in every other
+/// place tell UTF-16 without one; what is no UTF-8 is Latin-1. The text ends at the DOS
+/// end-of-file character. Blanks and minus signs beyond ASCII become plain ones. More than
+/// most_bytes give an error and no text.
+Text decoded(const QByteArray& bytes);
+
+/// Takes the first line off @p rest, which LF, CR LF or CR ends.
+QByteArrayView take_line(QByteArrayView& rest);
+
+/// @p line for people: no control characters, no blanks at its ends, at most 200 characters.
+QString shown(QByteArrayView line);
+
+} // namespace tables
