@@ -94,7 +94,7 @@ private:
 
 } // namespace
 
-Attempt attempt(const Sheet& rows, const Sheet& scope, const Head& head, const QString& layout,
+Attempt attempt(const Sheet& rows, const Sheet* scope, const Head& head, const QString& layout,
                 bool whole) {
     Contest contest;
     Attempt failed;
@@ -108,7 +108,7 @@ Attempt attempt(const Sheet& rows, const Sheet& scope, const Head& head, const Q
         Head counts = head;
         take_counts(choice.sheet, counts);
         remove_strays(choice.sheet, choice.findings);
-        if (const auto fault = find_unit(choice, whole ? choice.sheet : scope)) {
+        if (const auto fault = find_unit(choice, scope ? *scope : choice.sheet)) {
             failed.errors.append(*fault);
             continue;
         }
@@ -119,7 +119,7 @@ Attempt attempt(const Sheet& rows, const Sheet& scope, const Head& head, const Q
         for (const Layout& candidate : layouts()) {
             if (!layout.isEmpty() && layout != QLatin1String(candidate.name))
                 continue;
-            if (!whole && candidate.read == read_half)
+            if (!whole && choice.sheet.columns() == 2 && candidate.read == read_half)
                 continue;
             std::optional<Reading> reading = candidate.read(question);
             if (!reading)
@@ -139,7 +139,6 @@ Attempt attempt(const Sheet& rows, const Sheet& scope, const Head& head, const Q
                                rows.place(0),
                                rows.place(rows.rows() - 1),
                                counts.lines};
-            success.heads.resize(counts.lines.size() - std::size_t(success.reading.heads));
             contest.add(candidate, std::move(success));
         }
         if (!any)

@@ -13,7 +13,8 @@ struct Success {
     int line;          ///< The first line that was read.
     std::size_t first; ///< Places in Rows::lines: the first and the last row, counts included.
     std::size_t last;
-    std::vector<std::size_t> heads; ///< Rows before the section that the layout leaves alone.
+    std::vector<std::size_t>
+        heads; ///< Rows right before the section; Reading::heads of them known.
 };
 
 /// What came of a group of rows. Without a success there is an error.
@@ -24,9 +25,10 @@ struct Attempt {
 };
 
 /// Tries the layouts on @p rows, only the one of the name @p layout unless that is empty. The
-/// unit comes from @p scope: the rows themselves, or those of all elements. Only @p whole
-/// tables may be half contours, and have to cover a chord.
-Attempt attempt(const Sheet& rows, const Sheet& scope, const Head& head, const QString& layout,
+/// unit comes from @p scope, the rows of all elements, or without it from the rows themselves,
+/// which then have to cover a chord. Of two columns
+/// only @p whole groups may be half contours.
+Attempt attempt(const Sheet& rows, const Sheet* scope, const Head& head, const QString& layout,
                 bool whole);
 
 } // namespace tables

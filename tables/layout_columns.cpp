@@ -14,9 +14,10 @@ std::optional<Reading> read_columns(const Question& question) {
     const int to_nose = question.course.runs[0].rising ? -1 : 1;
     const Outline first = side_of(sheet, 0, sheet.rows() - 1, to_nose, 1);
     const Outline second = side_of(sheet, 0, sheet.rows() - 1, -to_nose, 2);
-    // A slope or a radius in the third column does not meet the other side at the nose.
+    // A slope or a radius in the third column does not meet the other side at the ends.
     if (first.points.isEmpty() || second.points.isEmpty() ||
-        std::abs(first.points.last().y() - second.points.first().y()) > 0.1)
+        std::abs(first.points.last().y() - second.points.first().y()) > 0.1 ||
+        std::abs(first.points.first().y() - second.points.last().y()) > 0.2)
         return std::nullopt;
     Reading reading;
     reading.outline = joined(first, second);

@@ -92,7 +92,7 @@ std::optional<Reading> read_lep(const Question& question) {
     return reading;
 }
 
-std::optional<Reading> read_af(const Question& question) {
+std::optional<Reading> read_vsp(const Question& question) {
     const std::vector<int> counts = single_counts(question, 3);
     const Sheet& sheet = question.sheet;
     if (counts.empty() || counts[0] > 1 || sheet.columns() != 2 || question.course.runs.empty() ||

@@ -98,6 +98,10 @@ std::optional<Reading> read_half(const Question& question) {
         reading->outline = std::move(whole);
         reading->findings.append(
             {Gravity::note, sheet.line(0), QStringLiteral("one side, mirrored")});
+        if (!question.course.runs[0].rising)
+            reading->findings.append({Gravity::doubt, sheet.line(0),
+                                      QStringLiteral("only one side from the trailing edge: half a "
+                                                     "section, or the rest is missing")});
         if (!has_blunt_nose(side, height))
             reading->findings.append(
                 {Gravity::doubt, sheet.line(0),

@@ -9,7 +9,7 @@ namespace tables {
 const std::vector<Layout>& layouts() {
     static const std::vector<Layout> all = {
         {"lep", "a paragliding profile with its four counts", read_lep},
-        {"af", "a flag, two counts and two halves", read_af},
+        {"vsp", "a flag, two counts and two halves", read_vsp},
         {"selig", "an outline from the trailing edge round the nose", read_selig},
         {"loop", "an outline from the nose round the trailing edge", read_loop},
         {"lednicer", "two halves", read_halves},

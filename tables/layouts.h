@@ -51,7 +51,7 @@ const std::vector<Layout>& layouts();
 /// Counts N, U, I, L and N rows. A sum other than U + I + L = N + 2 is an error.
 std::optional<Reading> read_lep(const Question& question);
 /// A flag, 1 for a symmetric section, the counts of both halves, and the halves.
-std::optional<Reading> read_af(const Question& question);
+std::optional<Reading> read_vsp(const Question& question);
 /// x runs down and up.
 std::optional<Reading> read_selig(const Question& question);
 /// x runs up and down.

@@ -37,33 +37,104 @@ Bounds bounds_of(const QPolygonF& points) {
     return bounds;
 }
 
-// The heights of one side at the stations; @p step walks it from the nose to an end.
-Heights heights_of(const QPolygonF& points, int nose, int step, const Bounds& bounds) {
-    Heights heights;
-    const int end = step > 0 ? int(points.size()) - 1 : 0;
-    int next = nose;
-    for (int k = 0; k < stations; ++k) {
-        const double x = bounds.left + bounds.width() * (k + 0.5) / stations;
+int nose_of(const QPolygonF& points) {
+    const auto nose = std::min_element(points.begin(), points.end(),
+                                       [](QPointF a, QPointF b) { return a.x() < b.x(); });
+    return int(nose - points.begin());
+}
+
+// Walks one side from the nose to an end, in the direction of the step 1 or -1, and gives its
+// heights at stations that are asked for from left to right.
+class Side {
+public:
+    Side(const QPolygonF& points_, int step_)
+        : points(points_), step(step_), nose(nose_of(points_)) {
+        next = nose;
+    }
+
+    double height_at(double x) {
+        const int end = step > 0 ? int(points.size()) - 1 : 0;
         while (next != end && points[next].x() < x)
             next += step;
         const QPointF to = points[next];
         const QPointF from = next == nose ? to : points[next - step];
         const double run = to.x() - from.x();
         const double part = run > 0.0 ? std::clamp((x - from.x()) / run, 0.0, 1.0) : 1.0;
-        heights[std::size_t(k)] = from.y() + part * (to.y() - from.y());
+        return from.y() + part * (to.y() - from.y());
     }
-    return heights;
-}
+
+private:
+    const QPolygonF& points;
+    int step;
+    int nose;
+    int next;
+};
 
 struct Sides {
     Heights first, second;
 };
 
 Sides sides_of(const QPolygonF& points, const Bounds& bounds) {
-    const auto nose = std::min_element(points.begin(), points.end(),
-                                       [](QPointF a, QPointF b) { return a.x() < b.x(); });
-    const int at = int(nose - points.begin());
-    return {heights_of(points, at, -1, bounds), heights_of(points, at, 1, bounds)};
+    Sides sides;
+    Side first(points, -1);
+    Side second(points, 1);
+    for (int k = 0; k < stations; ++k) {
+        const double x = bounds.left + bounds.width() * (k + 0.5) / stations;
+        sides.first[std::size_t(k)] = first.height_at(x);
+        sides.second[std::size_t(k)] = second.height_at(x);
+    }
+    return sides;
+}
+
+// Behind a blunt nose one side rises and the other one falls, or falls before it rises. Both
+// rise where the signs of one are lost.
+bool has_lost_signs(const QPolygonF& points, const Bounds& bounds) {
+    constexpr double near = 0.0125;
+    constexpr double steep = 0.6;
+    const double nose = points[nose_of(points)].y();
+    double rises[2][2];
+    int side = 0;
+    for (const int step : {-1, 1}) {
+        Side walk(points, step);
+        int station = 0;
+        for (const double x : {0.25 * near, near})
+            rises[side][station++] =
+                (walk.height_at(bounds.left + x * bounds.width()) - nose) / bounds.width();
+        ++side;
+    }
+    const double* const low = rises[0][1] < rises[1][1] ? rises[0] : rises[1];
+    const double* const high = rises[0][1] < rises[1][1] ? rises[1] : rises[0];
+    const bool is_steep = low[1] > steep * near;
+    const bool is_round = low[1] > 0.003 && low[0] > 0.4 * low[1];
+    return low[1] > 0.4 * high[1] && (is_steep || is_round);
+}
+
+// Whether a lower edge goes up in an arch above the chord, which runs from the nose to the
+// middle of the ends, down again, and up.
+bool has_arches(const QPolygonF& points, int step, double width) {
+    constexpr double least_arch = 0.02;
+    const QPointF nose = points[nose_of(points)];
+    const double rise = 0.5 * (points.first().y() + points.last().y()) - nose.y();
+    double top = 0.0;
+    double bottom = 0.0;
+    bool was_up = false;
+    bool is_down = false;
+    const int end = step > 0 ? int(points.size()) : -1;
+    for (int i = nose_of(points); i != end; i += step) {
+        const double part = (points[i].x() - nose.x()) / width;
+        const double y = (points[i].y() - nose.y() - part * rise) / width;
+        if (is_down) {
+            bottom = std::min(bottom, y);
+            if (y > bottom + least_arch)
+                return true;
+        } else {
+            top = std::max(top, y);
+            was_up = was_up || y > least_arch;
+            is_down = was_up && y < top - least_arch;
+            bottom = y;
+        }
+    }
+    return false;
 }
 
 Finding error(int line, const QString& text) {
@@ -88,6 +159,10 @@ std::optional<Finding> fault_of_sides(const Outline& outline, const Bounds& boun
         std::min(above, below) > most_swapped * std::max(above, below))
         return error(outline.lines.front(),
                      QStringLiteral("the sides change places; expected one above the other"));
+    if (has_lost_signs(outline.points, bounds))
+        return error(outline.lines[std::size_t(nose_of(outline.points))],
+                     QStringLiteral("both sides rise from the nose; expected one of them below, "
+                                    "with minus signs"));
     return std::nullopt;
 }
 
@@ -127,26 +202,21 @@ std::optional<Finding> fault_of(const Outline& outline) {
 }
 
 Kind kind_of(const Outline& outline) {
-    const Bounds bounds = bounds_of(outline.points);
-    Sides sides = sides_of(outline.points, bounds);
+    const QPolygonF& points = outline.points;
+    const Bounds bounds = bounds_of(points);
+    const Sides sides = sides_of(points, bounds);
+    double thickest = 0.0;
     double first = 0.0;
     double second = 0.0;
-    double thickest = 0.0;
     for (std::size_t k = 0; k < stations; ++k) {
+        thickest = std::max(thickest, std::abs(sides.first[k] - sides.second[k]));
         first += sides.first[k];
         second += sides.second[k];
-        thickest = std::max(thickest, std::abs(sides.first[k] - sides.second[k]));
     }
     if (thickest <= no_thickness * bounds.width())
         return Kind::flat;
-    // Heights above the chord, which runs from the foremost point to the middle of the ends.
-    const auto nose = std::min_element(outline.points.begin(), outline.points.end(),
-                                       [](QPointF a, QPointF b) { return a.x() < b.x(); });
-    const double chord =
-        0.5 * (nose->y() + 0.5 * (outline.points.first().y() + outline.points.last().y()));
-    const double upper = std::max(first, second) / stations - chord;
-    const double lower = std::min(first, second) / stations - chord;
-    return lower > 0.0 && lower > 0.5 * upper ? Kind::single_skin : Kind::section;
+    return has_arches(points, first < second ? -1 : 1, bounds.width()) ? Kind::single_skin
+                                                                       : Kind::section;
 }
 
 bool same_section(const Outline& a, const Outline& b) {
@@ -158,9 +228,8 @@ bool same_section(const Outline& a, const Outline& b) {
     };
     const auto normalised = [](const Outline& outline) {
         const Bounds bounds = bounds_of(outline.points);
-        const auto nose = std::min_element(outline.points.begin(), outline.points.end(),
-                                           [](QPointF p, QPointF q) { return p.x() < q.x(); });
-        return Normalised{bounds.width(), sides_of(outline.points, bounds), nose->y()};
+        return Normalised{bounds.width(), sides_of(outline.points, bounds),
+                          outline.points[nose_of(outline.points)].y()};
     };
     const auto heights = [](const Normalised& one, std::size_t k) {
         return std::minmax({(one.sides.first[k] - one.nose) / one.width,

@@ -19,12 +19,17 @@ QString lines_text(const std::vector<Found>& found) {
     return lines.join(QStringLiteral(", "));
 }
 
-// Rows with numbers before the section that no one has understood: counts and parameters are a
+QString rows_text(int count) {
+    return count == 1 ? QStringLiteral("a row of numbers")
+                      : QStringLiteral("%1 rows of numbers").arg(count);
+}
+
+// Rows right before the section that the layout has not understood: counts and parameters are a
 // note, what looks like a point is a doubt.
 void tell_heads(const Rows& rows, const Success& section, QList<Finding>& findings) {
-    constexpr std::size_t most_told = 4;
     const int columns = rows.lines[section.first].count;
-    for (std::size_t i = 0; i < std::min(section.heads.size(), most_told); ++i) {
+    const std::size_t unknown = section.heads.size() - std::size_t(section.reading.heads);
+    for (std::size_t i = 0; i < unknown; ++i) {
         const std::size_t line = section.heads[i];
         const bool touches = line + 1 == section.first && !rows.lines[section.first].after_gap;
         const bool is_like_point =
@@ -35,45 +40,49 @@ void tell_heads(const Rows& rows, const Success& section, QList<Finding>& findin
     }
 }
 
-void tell_rest(const Rows& rows, const Success& section, QList<Finding>& findings) {
+// Rows of the lines [begin, end) that no one has read: a doubt if they could belong to the
+// section. Of several tables the others were chosen against.
+void tell_rest(const Rows& rows, const Success& section, std::size_t begin, std::size_t end,
+               const QString& place, bool several, QList<Finding>& findings) {
     const int columns = rows.lines[section.last].count;
     int left_out = 0;
     int first = 0;
     Gravity gravity = Gravity::note;
-    for (std::size_t line = section.last + 1; line < rows.lines.size(); ++line) {
+    for (std::size_t line = begin; line < end; ++line) {
         const Line& rest = rows.lines[line];
         if (rest.kind != LineKind::numbers)
             continue;
         first = left_out == 0 ? rest.number : first;
         ++left_out;
         const bool touches = line == section.last + 1 && !rest.after_gap;
-        if (!rest.remark && (touches || rest.count == columns))
+        if (!several && !rest.remark && (touches || rest.count == columns))
             gravity = Gravity::doubt;
     }
     if (left_out > 0)
         findings.append(
             {gravity, first,
-             left_out == 1
-                 ? QStringLiteral("a row of numbers behind the section left out")
-                 : QStringLiteral("%1 rows of numbers behind the section left out").arg(left_out)});
+             QStringLiteral("%1 %2 the section left out").arg(rows_text(left_out), place)});
 }
 
 void refuse(Table& table, int line, const QString& text) {
     table.findings.append({Gravity::error, line, text});
 }
 
-void take(const Rows& rows, Success section, Table& table) {
+void take(const Rows& rows, Success section, bool several, Table& table) {
     const std::size_t begin = section.first > 0 ? section.first - 1 : 0;
     if (const auto damage = damage_in(rows, begin, section.last + 2)) {
         table.findings.append(*damage);
         return;
     }
+    tell_rest(rows, section, 0, section.heads.empty() ? section.first : section.heads.front(),
+              QStringLiteral("before"), several, table.findings);
     tell_heads(rows, section, table.findings);
     table.findings += section.reading.findings;
-    tell_rest(rows, section, table.findings);
+    tell_rest(rows, section, section.last + 1, rows.lines.size(), QStringLiteral("behind"), several,
+              table.findings);
     table.kind = kind_of(section.reading.outline);
     table.layout = section.layout;
-    table.title = title_of(rows, section.first, table.layout == QLatin1String("af"));
+    table.title = title_of(rows, section.first, table.layout == QLatin1String("vsp"));
     table.openings = section.reading.openings;
     table.points = std::move(section.reading.outline.points);
     table.lines = std::move(section.reading.outline.lines);
@@ -90,9 +99,10 @@ void take_one(const Rows& rows, const std::vector<Group>& groups, Search result,
                        .arg(element)
                        .arg(found.size()));
         else
-            take(rows, std::move(found[std::size_t(element) - 1].success), table);
+            take(rows, std::move(found[std::size_t(element) - 1].success), true, table);
         return;
     }
+    const bool several = found.size() > 1;
     choose_table(found, table.findings);
     const Found& one = found.front();
     const bool is_half = one.success.layout == QLatin1String("half");
@@ -113,7 +123,7 @@ void take_one(const Rows& rows, const std::vector<Group>& groups, Search result,
                QStringLiteral("a few rows like a section among many others; expected a table of "
                               "coordinates"));
     else
-        take(rows, std::move(found.front().success), table);
+        take(rows, std::move(found.front().success), several, table);
 }
 
 } // namespace

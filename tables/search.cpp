@@ -49,19 +49,20 @@ void search_group(const Rows& rows, const std::vector<Group>& groups, std::size_
     const Group& group = groups[number];
     const Sheet sheet(rows, group.first, group.last, group.columns);
     const Head head = head_of(rows, groups, number);
-    Attempt whole = attempt(sheet, sheet, head, layout, true);
+    Attempt whole = attempt(sheet, nullptr, head, layout, true);
     if (whole.success) {
         add(std::move(*whole.success));
         return;
     }
     const std::size_t before = result.found.size();
+    bool all = true;
     for (const Sheet& part : parts_of(sheet)) {
-        const Sheet& scope = part.columns() > 2 ? part : sheet;
-        Attempt one = attempt(part, scope, head, layout, false);
+        Attempt one = attempt(part, part.columns() == 2 ? &sheet : nullptr, head, layout, false);
         if (one.success)
             add(std::move(*one.success));
+        all = all && one.success;
     }
-    if (result.found.size() > before)
+    if (result.found.size() > before && all)
         return;
     result.unread.push_back(number);
     result.errors += whole.errors;
