@@ -17,6 +17,14 @@ double distance_to(const QRectF& box, QPointF q) {
     return std::hypot(dx, dy);
 }
 
+// Whether the Bernstein coefficients of a cubic say that it stays on one side of 0.
+bool is_beyond(const Polynomial& c, double tolerance) {
+    const double b[] = {c[0], c[0] + c[1] / 3.0, c[0] + (2.0 * c[1] + c[2]) / 3.0,
+                        c[0] + c[1] + c[2] + c[3]};
+    const auto [least, greatest] = std::minmax_element(std::begin(b), std::end(b));
+    return *least > tolerance || *greatest < -tolerance;
+}
+
 // Calls consider(u) for the ends and for each root.
 template<typename Function>
 void for_candidates(const Polynomial& polynomial, const Function& consider) {
@@ -129,6 +137,8 @@ std::vector<Place> Curve::crossings(QPointF direction, double value, double tole
     for (std::size_t i = 0; i < curve_pieces.size(); ++i) {
         Polynomial off = curve_pieces[i].along(direction);
         off[0] -= value;
+        if (is_beyond(off, tolerance))
+            continue;
         for (const double u : roots_in_unit_interval(off, tolerance)) {
             const Place place = {int(i), u};
             // The end of one piece is the start of the next one.

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Splines and tables as exact curves.
-#include "document/parastruct.h"
 #include "numerics/b_spline.h"
+#include "outlines.h"
 #include "sections/curve.h"
 #include "sections/plane.h"
 #include "support/exactcompare.h"
@@ -14,29 +14,6 @@
 using namespace sections;
 
 namespace {
-
-const double pi = std::acos(-1.0);
-
-SplineFoil spline_of(const QPolygonF& points) {
-    SplineFoil spline;
-    spline.num_pnt = int(points.size());
-    std::copy(points.begin(), points.end(), spline.CP);
-    spline.init_knots();
-    return spline;
-}
-
-const QPolygonF hull = {{1.0, 0.0},   {0.7, 0.09},   {0.3, 0.14},  {0.0, 0.09},
-                        {0.0, -0.06}, {0.25, -0.08}, {0.6, -0.04}, {1.0, -0.002}};
-
-// Points of an ellipse with the axes 1 and b from the trailing edge round, counter-clockwise.
-QPolygonF ellipse(int count, double b) {
-    QPolygonF points;
-    for (int i = 0; i <= count; ++i) {
-        const double a = 2.0 * pi * i / count;
-        points << QPointF(0.5 + 0.5 * std::cos(a), 0.5 * b * std::sin(a));
-    }
-    return points;
-}
 
 // A rib without a lower skin: a nose, then straight edges between corners.
 const QPolygonF rib = {
