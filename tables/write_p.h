@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Texts that several formats have in common. Used by the sources of this folder only.
+#pragma once
+
+#include "tables/write.h"
+
+namespace tables {
+
+/// The shortest distance that shows in numbers of this many decimals, halved.
+double half_unit(int decimals);
+
+/// Appends a number of so many decimals, set to the right in a field for numbers below 10.
+void append_aligned(QByteArray& text, double value, int decimals);
+
+/// Appends one aligned row of x and y.
+void append_row(QByteArray& text, QPointF point, int decimals);
+
+/// The title on one line, without control characters; @p otherwise where nothing is left.
+QString plain_title(const QString& title, QLatin1String otherwise);
+
+/// A title that no program takes for numbers or for a logical value, with its line feed.
+QByteArray safe_title_line(const QString& title);
+
+/// A note where neither side is the higher one.
+QList<Finding> notes_on_sides(const QPolygonF& outline);
+
+/// An error about the whole table.
+Finding refusal(const QString& text);
+
+Written write_lep(const Table& table, int decimals);
+Written write_columns(const Table& table, int decimals);
+
+} // namespace tables
