@@ -198,6 +198,13 @@ void tst_arrange::mouth_stays_on_the_cloth() {
         // A mouth that begins at the nose begins at the nose.
         table.openings->start = 0.0;
         COMPARE_BITS(tables::normalized(table).openings->start, 0.0);
+        // Even where the row ahead of all is another one before.
+        QPolygonF blunt = outline;
+        blunt.insert(outline[2].y() > 0.0 ? 3 : 4, QPointF(0.002, 0.02));
+        Table steep = table_of(placed(blunt, 0.3, 1.0, {}));
+        QVERIFY(steep.points[tables::nose_row(steep.points)].x() < 0.0);
+        steep.openings = Openings{0.0, 20.0};
+        COMPARE_BITS(tables::normalized(steep).openings->start, 0.0);
         // A closed rib stays one, without a word.
         table.openings = Openings{};
         const Table rib = tables::normalized(table);
