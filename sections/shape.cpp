@@ -1,0 +1,233 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "sections/shape.h"
+
+#include "sections/shape_p.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace sections {
+
+namespace {
+
+using tables::Finding;
+using tables::Gravity;
+using tables::Kind;
+using tables::Table;
+
+QString number(double value) {
+    return QString::number(value, 'g', 6);
+}
+
+QString point_text(QPointF point) {
+    return number(point.x()) + QLatin1Char(' ') + number(point.y());
+}
+
+class Inspection {
+public:
+    explicit Inspection(const Table& table) : kind(table.kind) {
+        double least = table.points.first().x();
+        double greatest = least;
+        for (const QPointF& point : table.points) {
+            least = std::min(least, point.x());
+            greatest = std::max(greatest, point.x());
+        }
+        const double width = greatest > least ? greatest - least : 1.0;
+        const QPointF origin(least, 0.0);
+        rows.reserve(std::size_t(table.points.size()));
+        for (qsizetype i = 0; i < table.points.size(); ++i) {
+            const int line = std::size_t(i) < table.lines.size() ? table.lines[std::size_t(i)] : 0;
+            const QPointF point = (table.points[i] - origin) / width;
+            if (!rows.empty() && rows.back().point == point)
+                add(Gravity::note, line, QStringLiteral("repeats line %1").arg(rows.back().line));
+            else
+                rows.push_back({point, table.points[i], line});
+        }
+    }
+
+    QList<Finding> findings() {
+        if (find_foreign_end())
+            return sorted();
+        drop_stray_row();
+        find_missing_heights();
+        if (!is_one_run())
+            return sorted();
+        find_spikes();
+        find_gap();
+        if (kind == Kind::section)
+            find_overlap();
+        if (kind != Kind::flat)
+            find_open_nose();
+        return sorted();
+    }
+
+private:
+    // One row of three columns gives two points: it is told once.
+    void add(Gravity gravity, int line, const QString& text) {
+        const auto is_told = [=](const Finding& finding) {
+            return finding.line == line && finding.gravity == gravity;
+        };
+        if (line == 0 || std::none_of(found.begin(), found.end(), is_told))
+            found.append({gravity, line, text});
+    }
+
+    QList<Finding> sorted() const {
+        QList<Finding> ordered = found;
+        std::stable_sort(ordered.begin(), ordered.end(),
+                         [](const Finding& a, const Finding& b) { return a.line < b.line; });
+        return ordered;
+    }
+
+    // One end ten times, or more, as far from the other rows as these are from each other.
+    bool find_foreign_end() {
+        constexpr double least_share = 0.1;
+        const auto extent = [](auto begin, auto end) {
+            const auto [least, greatest] =
+                std::minmax_element(begin, end, [](const OutlineRow& a, const OutlineRow& b) {
+                    return a.point.x() < b.point.x();
+                });
+            return greatest->point.x() - least->point.x();
+        };
+        if (rows.size() < 3)
+            return false;
+        for (const bool at_end : {true, false}) {
+            const auto begin = rows.begin() + (at_end ? 0 : 1);
+            const auto end = rows.end() - (at_end ? 1 : 0);
+            if (extent(begin, end) < least_share) {
+                const OutlineRow& foreign = at_end ? rows.back() : rows.front();
+                add(Gravity::error, foreign.line,
+                    QStringLiteral("%1 is in another unit than the other rows, which end at x = %2")
+                        .arg(point_text(foreign.given),
+                             number((at_end ? *(end - 1) : *begin).given.x())));
+                return true;
+            }
+        }
+        return false;
+    }
+
+    // The outline ends at its trailing edge, and a row far from it follows.
+    void drop_stray_row() {
+        constexpr double far = 0.3;
+        constexpr double near = 0.05;
+        if (rows.size() < 4)
+            return;
+        const QPointF first = rows.front().point;
+        const QPointF last = (rows.end() - 2)->point;
+        const QPointF stray = rows.back().point - last;
+        if (std::hypot(stray.x(), stray.y()) > far &&
+            std::hypot(last.x() - first.x(), last.y() - first.y()) < near) {
+            add(Gravity::doubt, rows.back().line,
+                QStringLiteral("%1 lies behind the end of the outline")
+                    .arg(point_text(rows.back().given)));
+            rows.pop_back();
+        }
+    }
+
+    void leave_out(const std::vector<std::size_t>& indices) {
+        for (auto index = indices.rbegin(); index != indices.rend(); ++index)
+            rows.erase(rows.begin() + std::ptrdiff_t(*index));
+    }
+
+    void find_missing_heights() {
+        const std::vector<std::size_t> all = rows_without_height(rows);
+        for (const std::size_t i : all)
+            add(Gravity::doubt, rows[i].line,
+                QStringLiteral("y = 0 between %1 and %2")
+                    .arg(number(rows[i - 1].given.y()), number(rows[i + 1].given.y())));
+        leave_out(all);
+    }
+
+    void find_spikes() {
+        std::vector<std::size_t> all;
+        for (const Spike& spike : spikes(rows)) {
+            const OutlineRow& row = rows[spike.row];
+            add(Gravity::doubt, row.line,
+                QStringLiteral("%1 lies %2 off the line through its neighbours")
+                    .arg(point_text(row.given), QString::number(spike.distance, 'g', 2)));
+            all.push_back(spike.row);
+        }
+        leave_out(all);
+    }
+
+    // Leaves out single rows that run back.
+    bool is_one_run() {
+        const std::vector<std::size_t> all = rows_running_back(rows);
+        const OutlineRows before = rows;
+        leave_out(all);
+        if (find_second_turn())
+            return false;
+        for (const std::size_t back : all) {
+            add(Gravity::doubt, before[back].line,
+                QStringLiteral("x = %1 is not between those of its neighbours, %2 and %3")
+                    .arg(number(before[back].given.x()), number(before[back - 1].given.x()),
+                         number(before[back + 1].given.x())));
+        }
+        return true;
+    }
+
+    bool find_second_turn() {
+        const std::optional<std::size_t> turn = second_turn(rows);
+        if (!turn)
+            return false;
+        add(Gravity::error, rows[*turn].line,
+            QStringLiteral("x turns again at %1; expected one nose")
+                .arg(number(rows[*turn].given.x())));
+        return true;
+    }
+
+    void find_gap() {
+        constexpr double far = 0.03;
+        constexpr double far_for_its_height = 0.25;
+        const QPointF across = rows.back().point - rows.front().point;
+        const double gap = std::hypot(across.x(), across.y());
+        const auto [low, high] = std::minmax_element(
+            rows.begin(), rows.end(),
+            [](const OutlineRow& a, const OutlineRow& b) { return a.point.y() < b.point.y(); });
+        if (gap > far && gap > far_for_its_height * (high->point.y() - low->point.y()))
+            add(Gravity::doubt, rows.back().line,
+                QStringLiteral("the ends are %1 apart").arg(number(gap)));
+    }
+
+    void find_overlap() {
+        constexpr double touching = 1e-5;
+        constexpr double trailing_edge = 0.95;
+        const Overlap inside = greatest_overlap(rows, 0.0, trailing_edge);
+        if (inside.depth > touching) {
+            add(Gravity::error, rows[inside.row].line,
+                QStringLiteral("the sides cross: the lower one lies %1 above the upper one at "
+                               "x = %2")
+                    .arg(number(inside.depth), number(rows[inside.row].given.x())));
+            return;
+        }
+        const Overlap behind = greatest_overlap(rows, trailing_edge, 1.0);
+        if (behind.depth > touching)
+            add(Gravity::doubt, rows[behind.row].line,
+                QStringLiteral("the sides cross at the trailing edge, by %1 at x = %2")
+                    .arg(number(behind.depth), number(rows[behind.row].given.x())));
+    }
+
+    void find_open_nose() {
+        constexpr double least_height = 0.003;
+        const NoseGap gap = nose_gap(rows);
+        if (gap.height > least_height)
+            add(Gravity::note, rows[gap.row].line,
+                QStringLiteral("few points at the nose: it turns by %1 degrees in one row, which "
+                               "leaves %2 of its shape open")
+                    .arg(QString::number(gap.turn, 'f', 0), QString::number(gap.height, 'g', 2)));
+    }
+
+    Kind kind;
+    OutlineRows rows;
+    QList<Finding> found;
+};
+
+} // namespace
+
+QList<Finding> shape_findings(const Table& table) {
+    constexpr qsizetype least_points = 6;
+    if (table.points.size() < least_points)
+        return {};
+    return Inspection(table).findings();
+}
+
+} // namespace sections

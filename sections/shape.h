@@ -1,0 +1,23 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// What is odd about the shape of an outline that was read: slips of the hand, and outlines that
+// are none.
+#pragma once
+
+#include "tables/table.h"
+
+#include <QList>
+
+namespace sections {
+
+/// The findings about the outline of a readable table, ordered by line. All lengths in the texts
+/// are fractions of the chord.
+///
+/// Doubts: a row off the smooth line through its neighbours, x running back in one row, ends more
+/// than 0.05 apart, sides that cross at the trailing edge, a row behind the outline. Notes:
+/// repeated rows, a nose whose rows leave more than 0.002 of its shape open. Errors: a second
+/// nose, a second run, sides that cross ahead of the last 5 % of the chord, an end in another
+/// unit. Sides that touch or overlap by less than 1e-5 do not cross. Flat ribs and single-skin
+/// ribs have no sides that could cross.
+QList<tables::Finding> shape_findings(const tables::Table& table);
+
+} // namespace sections

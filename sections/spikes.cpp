@@ -1,0 +1,138 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Rows that stand out from the smooth line through their neighbours.
+#include "sections/shape_p.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+
+namespace sections {
+
+namespace {
+
+double length(QPointF a) {
+    return std::hypot(a.x(), a.y());
+}
+
+using Four = std::array<QPointF, 4>;
+
+// The cubic through four points whose parameter is the length of the straight lines.
+class Cubic {
+public:
+    explicit Cubic(const Four& through) : points(through) {
+        for (std::size_t i = 1; i < points.size(); ++i)
+            knots[i] = knots[i - 1] + length(points[i] - points[i - 1]);
+    }
+
+    QPointF at(double t) const {
+        QPointF sum;
+        for (std::size_t i = 0; i < points.size(); ++i) {
+            double weight = 1.0;
+            for (std::size_t j = 0; j < points.size(); ++j) {
+                if (j != i)
+                    weight *= (t - knots[j]) / (knots[i] - knots[j]);
+            }
+            sum += points[i] * weight;
+        }
+        return sum;
+    }
+
+    // The nearest point to q between two of the four.
+    QPointF nearest(QPointF q, std::size_t from, std::size_t to) const {
+        constexpr int steps = 16;
+        double begin = knots[from];
+        double end = knots[to];
+        QPointF best = at(begin);
+        // Each round looks between the neighbours of the best sample of the one before.
+        for (int round = 0; round < 4; ++round) {
+            const double step = (end - begin) / steps;
+            int nearest = 0;
+            for (int i = 0; i <= steps; ++i) {
+                const QPointF sample = at(begin + i * step);
+                if (length(sample - q) < length(best - q)) {
+                    best = sample;
+                    nearest = i;
+                }
+            }
+            const double middle = begin + nearest * step;
+            begin = std::max(begin, middle - step);
+            end = std::min(end, middle + step);
+        }
+        return best;
+    }
+
+private:
+    Four points;
+    std::array<double, 4> knots = {};
+};
+
+// The point that the four rows nearest to a row suggest for it, without the row itself and without
+// another one: two on each side, or more on one side at an end of the outline.
+QPointF suggested(const OutlineRows& rows, std::size_t row, std::size_t without) {
+    Four around;
+    std::size_t before = 0;
+    std::size_t i = row;
+    std::array<std::size_t, 4> chosen = {};
+    std::size_t count = 0;
+    while (count < 2 && i-- > 0) {
+        if (i != without)
+            chosen[count++] = i;
+    }
+    before = count;
+    for (i = row + 1; count < chosen.size() && i < rows.size(); ++i) {
+        if (i != without)
+            chosen[count++] = i;
+    }
+    for (i = *std::min_element(chosen.begin(), chosen.begin() + before); count < chosen.size();) {
+        --i;
+        if (i != without) {
+            chosen[count++] = i;
+            ++before;
+        }
+    }
+    std::sort(chosen.begin(), chosen.end());
+    for (std::size_t k = 0; k < chosen.size(); ++k)
+        around[k] = rows[chosen[k]].point;
+    return Cubic(around).nearest(rows[row].point, before - 1, before);
+}
+
+double distance_from(const OutlineRows& rows, std::size_t row, std::size_t without) {
+    return length(rows[row].point - suggested(rows, row, without));
+}
+
+} // namespace
+
+double distance_from_neighbours(const OutlineRows& rows, std::size_t row) {
+    return distance_from(rows, row, row);
+}
+
+std::vector<Spike> spikes(const OutlineRows& rows) {
+    constexpr std::size_t least_rows = 9;
+    constexpr double least_distance = 5e-4;
+    constexpr double telling_ratio = 6.0;
+    // Over wide gaps the line through the neighbours says little.
+    constexpr double least_share = 0.03;
+    std::vector<Spike> found;
+    if (rows.size() < least_rows)
+        return found;
+    const std::size_t last = rows.size() - 1;
+    for (std::size_t row = 1; row < last; ++row) {
+        const QPointF expected = suggested(rows, row, row);
+        const double distance = length(rows[row].point - expected);
+        const double gap = length(rows[row + 1].point - rows[row - 1].point);
+        if (distance < std::max(least_distance, least_share * gap))
+            continue;
+        // How well the rows around suggest each other once this one is left out.
+        double roughness = 0.0;
+        for (std::size_t other = row > 2 ? row - 2 : 1; other <= std::min(row + 2, last - 1);
+             ++other) {
+            if (other != row)
+                roughness = std::max(roughness, distance_from(rows, other, row));
+        }
+        if (distance > telling_ratio * roughness)
+            found.push_back({row, distance, expected});
+    }
+    return found;
+}
+
+} // namespace sections
