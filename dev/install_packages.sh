@@ -4,7 +4,7 @@
 # With all of them there it asks neither the network nor for rights.
 set -euo pipefail
 
-build=(cmake g++ ninja-build qt6-base-dev)
+build=(cmake g++ libcli11-dev ninja-build qt6-base-dev)
 # What it takes to run the program in a real window without a display.
 window=(fonts-dejavu-core libxtst6 openbox python3 x11-utils xdotool xvfb)
 # Desktops with Wayland alone need the toolkit's plugin for it.

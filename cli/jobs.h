@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Many independent works on several threads, their results in order.
+#pragma once
+
+#include <algorithm>
+#include <condition_variable>
+#include <cstddef>
+#include <functional>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <vector>
+
+namespace cli {
+
+/// Calls @p work for 0, 1, ... @p count - 1 on @p threads threads, and @p take on this thread
+/// for each result in that order. No more than four results a thread wait or are worked on, so
+/// that memory does not grow with the number of works.
+/// @param work runs on several threads at a time; throws nothing
+/// @param take answers whether to go on
+template<typename Result>
+void run_in_order(std::size_t count, int threads, const std::function<Result(std::size_t)>& work,
+                  const std::function<bool(std::size_t, Result&)>& take) {
+    const std::size_t workers = std::min(count, std::size_t(std::max(threads, 1)));
+    if (workers <= 1) {
+        for (std::size_t i = 0; i < count; ++i) {
+            Result result = work(i);
+            if (!take(i, result))
+                return;
+        }
+        return;
+    }
+
+    const std::size_t window = 4 * workers;
+    std::vector<std::optional<Result>> results(window);
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::size_t next = 0;
+    std::size_t taken = 0;
+    bool stopped = false;
+
+    const auto serve = [&] {
+        std::unique_lock<std::mutex> lock(mutex);
+        while (true) {
+            changed.wait(lock, [&] { return stopped || next == count || next < taken + window; });
+            if (stopped || next == count)
+                return;
+            const std::size_t i = next++;
+            lock.unlock();
+            Result result = work(i);
+            lock.lock();
+            results[i % window] = std::move(result);
+            changed.notify_all();
+        }
+    };
+
+    std::vector<std::thread> pool;
+    pool.reserve(workers);
+    for (std::size_t i = 0; i < workers; ++i)
+        pool.emplace_back(serve);
+
+    while (taken < count && !stopped) {
+        std::unique_lock<std::mutex> lock(mutex);
+        std::optional<Result>& place = results[taken % window];
+        changed.wait(lock, [&] { return place.has_value(); });
+        Result result = std::move(*place);
+        place.reset();
+        lock.unlock();
+        const bool go_on = take(taken, result);
+        lock.lock();
+        ++taken;
+        stopped = !go_on;
+        changed.notify_all();
+    }
+    for (std::thread& thread : pool)
+        thread.join();
+}
+
+} // namespace cli

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The options of all verbs: the record they are stored in, and the one table of them. The
+// parser, the help, the manual page, the completions and the fuzz grammar are walks over it.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+namespace cli {
+
+/// What was typed, checked one by one: numbers within their range, choices known, nothing opened.
+struct Options {
+    std::vector<std::string> files; ///< Names as they were given, bytes.
+    std::string files_from;         ///< Name of a list of files, "-" for standard input.
+    bool null_separated = false;    ///< The names in it end with a null character.
+    int jobs = 0;                   ///< Files worked on at a time, 0 for one a processor.
+    bool json = false;
+    bool help = false;
+
+    std::string output; ///< Name of the one output, "-" for standard output.
+    std::string folder; ///< Folder of the outputs.
+    bool force = false; ///< Existing files may be replaced.
+};
+
+/// What completes the value of an option in a shell.
+enum class Completes { nothing, file, folder };
+
+/// Where a value goes. An int or a double is one number, a vector several of them.
+using Target =
+    std::variant<bool Options::*, int Options::*, double Options::*, std::string Options::*,
+                 std::vector<int> Options::*, std::vector<double> Options::*>;
+
+/// One row of the table.
+struct Option {
+    const char* name; ///< Long name without its hyphens.
+    char letter;      ///< Short name, 0 for none.
+    /// Name of the value, empty for an option that is on or off. "A B" takes two words, "U,I,L"
+    /// one word of three numbers, "X,..." one word of one number or more.
+    const char* argument;
+    const char* unit;     ///< Of the value, empty for none.
+    const char* standard; ///< The value that it has when it is not given, empty for none.
+    const char* help;     ///< One sentence or two, without a full stop behind the last.
+    const char* verbs;    ///< The verbs that take it, parted by blanks; "*" for all.
+    Target target;
+    double low = 0.0;  ///< Least number allowed.
+    double high = 0.0; ///< Greatest number allowed.
+    /// The words allowed, nothing for any.
+    std::vector<std::string> (*choices)() = nullptr;
+    Completes completes = Completes::nothing;
+};
+
+/// All options in the order of the help.
+const std::vector<Option>& option_table();
+
+/// The options of a verb, in the order of the table.
+std::vector<const Option*> options_of(std::string_view verb);
+
+/// Stores the words given for an option: none for one that is on or off, else as many as its
+/// argument has.
+/// @return why they are refused, for instance "'x' is no number"; empty when they were stored
+std::string store(const Option& option, const std::vector<std::string>& words, Options& options);
+
+/// The number of words that an option takes.
+int word_count(const Option& option);
+
+/// The words of a list that is parted by blanks.
+std::vector<std::string> words_of(std::string_view list);
+
+} // namespace cli

@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "cli/outputs.h"
+
+#include "cli/shown.h"
+#include "document/savefile.h"
+
+#include <algorithm>
+#include <cctype>
+#include <cerrno>
+#include <filesystem>
+#include <map>
+#include <set>
+#include <system_error>
+#include <utility>
+
+#include <sys/stat.h>
+
+namespace cli {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+using Identity = std::pair<dev_t, ino_t>;
+
+// A path without its ending. What follows the last point is one if it holds a letter: the
+// "0012" of "naca.0012" belongs to the name.
+std::string without_ending(const std::string& path) {
+    constexpr std::size_t longest = 8;
+    const std::size_t point = path.rfind('.');
+    const std::size_t name = path.rfind('/') + 1;
+    if (point == std::string::npos || point <= name || path.size() - point - 1 > longest)
+        return path;
+    const std::string ending = path.substr(point + 1);
+    const auto is = [&](int (*kind)(int)) {
+        return [kind](char c) { return kind(static_cast<unsigned char>(c)) != 0; };
+    };
+    const bool is_ending = std::all_of(ending.begin(), ending.end(), is(std::isalnum)) &&
+                           std::any_of(ending.begin(), ending.end(), is(std::isalpha));
+    return is_ending ? path.substr(0, point) : path;
+}
+
+std::string name_outputs(const Options& options, const std::vector<Input>& inputs,
+                         const std::string& ending, std::vector<std::string>& names) {
+    if (options.output.empty() == options.folder.empty())
+        return options.output.empty()
+                   ? "where to write? --output OUT names one file, --dir FOLDER takes many"
+                   : "--output and --dir exclude each other";
+    if (!options.output.empty()) {
+        if (inputs.size() > 1)
+            return "--output takes one input, here are " + std::to_string(inputs.size()) +
+                   "; --dir FOLDER takes many";
+        if (options.output == "-" && options.json)
+            return "--json and --output - would both fill standard output";
+        names.assign(inputs.size(), options.output);
+        return {};
+    }
+    const std::string folder = options.folder.back() == '/' ? options.folder : options.folder + '/';
+    for (const Input& input : inputs) {
+        if (input.is_standard_input())
+            return "standard input has no name to write below --dir; --output names the file";
+        names.push_back(folder + without_ending(input.below) + ending);
+    }
+    struct stat status = {};
+    if (::stat(options.folder.c_str(), &status) == 0 && !S_ISDIR(status.st_mode))
+        return "--dir " + shown(options.folder) + " is no folder";
+    return {};
+}
+
+// Two outputs of one name, or one that would have to be the folder of another.
+std::string find_clash(const std::vector<Input>& inputs, const std::vector<std::string>& names) {
+    std::map<std::string, std::size_t> taken;
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const auto [other, is_new] = taken.emplace(names[i], i);
+        if (!is_new)
+            return shown(inputs[other->second].path) + " and " + shown(inputs[i].path) +
+                   " would both be written to " + shown(names[i]);
+    }
+    for (const auto& [name, i] : taken) {
+        const auto below = taken.lower_bound(name + '/');
+        if (below != taken.end() && below->first.compare(0, name.size() + 1, name + '/') == 0)
+            return shown(name) + " would be a file and the folder of " + shown(below->first);
+    }
+    return {};
+}
+
+std::string find_existing(const Options& options, const std::vector<Input>& inputs,
+                          const std::vector<std::string>& names) {
+    std::set<Identity> read;
+    for (const Input& input : inputs) {
+        struct stat status = {};
+        if (!input.is_standard_input() && ::stat(input.path.c_str(), &status) == 0)
+            read.emplace(status.st_dev, status.st_ino);
+    }
+    std::set<Identity> written;
+    std::size_t existing = 0;
+    std::string first;
+    for (const std::string& name : names) {
+        struct stat status = {};
+        if (::stat(name.c_str(), &status) != 0)
+            continue;
+        if (S_ISDIR(status.st_mode))
+            return shown(name) + " is a folder";
+        if (!S_ISREG(status.st_mode))
+            continue;
+        if (read.count({status.st_dev, status.st_ino}) > 0)
+            return shown(name) + " is an input, too";
+        if (!written.emplace(status.st_dev, status.st_ino).second)
+            return shown(name) + " is the same file as another output";
+        if (existing++ == 0)
+            first = name;
+    }
+    if (options.force || existing == 0)
+        return {};
+    return shown(first) + " exists" +
+           (existing == 1 ? "" : ", and " + std::to_string(existing - 1) + " more") +
+           "; --force replaces it";
+}
+
+} // namespace
+
+Outputs plan_outputs(const Options& options, const std::vector<Input>& inputs,
+                     const std::string& ending) {
+    Outputs outputs;
+    outputs.refusal = name_outputs(options, inputs, ending, outputs.names);
+    if (!outputs.refusal.empty() || options.output == "-")
+        return outputs;
+    outputs.refusal = find_clash(inputs, outputs.names);
+    if (outputs.refusal.empty())
+        outputs.refusal = find_existing(options, inputs, outputs.names);
+    return outputs;
+}
+
+std::string write_output(const std::string& name, const QByteArray& bytes, bool make_folders) {
+    std::error_code error;
+    if (make_folders)
+        fs::create_directories(fs::path(name).parent_path(), error);
+    if (error)
+        return "cannot make the folder: " + error.message();
+    errno = 0;
+    if (write_file(QString::fromStdString(name), bytes))
+        return {};
+    const int reason = errno;
+    return "cannot be written" +
+           (reason == 0 ? std::string() : ": " + std::generic_category().message(reason));
+}
+
+} // namespace cli

@@ -1,0 +1,178 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "cli/run.h"
+
+#include "cli/console.h"
+#include "cli/help.h"
+#include "cli/inputs.h"
+#include "cli/jobs.h"
+#include "cli/outputs.h"
+#include "cli/parse.h"
+#include "cli/shown.h"
+#include "cli/verb.h"
+
+#include <QJsonDocument>
+
+#include <algorithm>
+#include <memory>
+#include <new>
+
+namespace cli {
+
+namespace {
+
+ExitCode refuse(Console& console, const std::string& where, const std::string& reason) {
+    const std::string program = "aerolith-cli" + (where.empty() ? "" : " " + where);
+    console.err(wrapped(program + ": " + reason, console.streams().width, 0));
+    console.err(wrapped("Try '" + program + " --help'.", console.streams().width, 0));
+    return ExitCode::usage;
+}
+
+QByteArray json_line(const Input& input, const QJsonObject& results) {
+    QJsonObject object = results;
+    const std::string name = shown(input.path);
+    object.insert(QStringLiteral("path"), QString::fromStdString(name));
+    if (name != input.path)
+        object.insert(QStringLiteral("path_hex"),
+                      QString::fromLatin1(QByteArray::fromStdString(input.path).toHex()));
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+// One run of a verb over all its inputs.
+class Run {
+public:
+    Run(const Verb& verb, const Options& given, Console& out)
+        : options(given), console(out), work(verb.make(given)) {}
+
+    // Everything that can be wrong before the first file is read; empty for nothing.
+    std::string plan() {
+        std::string refusal = work->refusal();
+        if (!refusal.empty())
+            return refusal;
+        if (options.null_separated && options.files_from.empty())
+            return "--null belongs to --files-from";
+        Inputs found = expand_inputs(options, console.streams().in);
+        if (!found.refusal.empty())
+            return found.refusal;
+        if (found.all.empty())
+            return options.files.empty() && options.files_from.empty() ? "no files given"
+                                                                       : "no files found";
+        inputs = std::move(found.all);
+        if (!work->ending().empty()) {
+            Outputs planned = plan_outputs(options, inputs, work->ending());
+            if (!planned.refusal.empty())
+                return planned.refusal;
+            outputs = std::move(planned.names);
+        }
+        return {};
+    }
+
+    ExitCode execute() {
+        const int jobs = options.jobs > 0 ? options.jobs : console.streams().processors;
+        if (options.json)
+            console.out("[");
+        run_in_order<Outcome>(
+            inputs.size(), jobs, [&](std::size_t i) { return outcome_of(i); },
+            [&](std::size_t i, Outcome& outcome) { return take(i, outcome); });
+        if (options.json)
+            console.out("\n]\n");
+        console.err(work->summary());
+        return failed || console.failed() ? ExitCode::failure : ExitCode::success;
+    }
+
+private:
+    Outcome outcome_of(std::size_t i) const {
+        const Input& input = inputs[i];
+        Source source{input, {}, shown(input.path), outputs.empty() ? std::string() : outputs[i]};
+        try {
+            Content content = read_input(input, console.streams().in);
+            if (!content.error.empty())
+                return work->unreadable(source, content.error);
+            source.bytes = content.bytes;
+            Outcome outcome = work->process(source);
+            write(source, outcome);
+            return outcome;
+        } catch (const std::bad_alloc&) {
+            return work->unreadable(source, "memory is too small for it");
+        }
+    }
+
+    void write(const Source& source, Outcome& outcome) const {
+        if (!outcome.output || source.output == "-")
+            return;
+        const std::string error =
+            write_output(source.output, *outcome.output, !options.folder.empty());
+        outcome.output.reset();
+        if (error.empty())
+            return;
+        outcome.failed = true;
+        outcome.text.clear();
+        outcome.notes += shown(source.output) + ": " + error + "\n";
+        outcome.json.insert(QStringLiteral("error"), QString::fromStdString(error));
+    }
+
+    bool take(std::size_t i, Outcome& outcome) {
+        failed = failed || outcome.failed;
+        work->collect(outcome);
+        console.err(outcome.notes);
+        const bool is_file_on_out = outcome.output.has_value();
+        if (is_file_on_out)
+            console.out({outcome.output->constData(), std::size_t(outcome.output->size())});
+        if (options.json) {
+            const QByteArray line = json_line(inputs[i], outcome.json);
+            console.out((i == 0 ? "\n" : ",\n") + line.toStdString());
+        } else if (is_file_on_out) {
+            console.err(outcome.text);
+        } else {
+            console.out(outcome.text);
+        }
+        console.progress(i + 1, inputs.size());
+        // Files are written on also when nobody hears of it.
+        return !console.failed() || !outputs.empty();
+    }
+
+    const Options& options;
+    Console& console;
+    std::unique_ptr<Work> work;
+    std::vector<Input> inputs;
+    std::vector<std::string> outputs;
+    bool failed = false;
+};
+
+ExitCode run_verb(const Verb& verb, const std::vector<std::string>& arguments, Console& console) {
+    const Parsed parsed = parse(verb, arguments);
+    if (!parsed.refusal.empty())
+        return refuse(console, verb.name, parsed.refusal);
+    if (parsed.options.help) {
+        console.out(verb_help(verb, console.streams().width));
+        return console.failed() ? ExitCode::failure : ExitCode::success;
+    }
+    Run whole(verb, parsed.options, console);
+    const std::string refusal = whole.plan();
+    return refusal.empty() ? whole.execute() : refuse(console, verb.name, refusal);
+}
+
+} // namespace
+
+ExitCode run(const std::vector<std::string>& arguments, const Streams& streams) {
+    Console console(streams);
+    const std::string first = arguments.empty() ? "--help" : arguments.front();
+    if (first == "--version") {
+        console.out("aerolith-cli " AEROLITH_VERSION "\n");
+        return console.failed() ? ExitCode::failure : ExitCode::success;
+    }
+    if (first == "--help" || first == "-h") {
+        console.out(program_help(streams.width));
+        return console.failed() ? ExitCode::failure : ExitCode::success;
+    }
+    if (const Verb* verb = verb_named(first))
+        return run_verb(*verb, {arguments.begin() + 1, arguments.end()}, console);
+
+    std::vector<std::string> known;
+    for (const Verb* verb : verbs())
+        known.emplace_back(verb->name);
+    if (first.front() == '-')
+        return refuse(console, {}, "the verb comes first, not '" + shown(first) + "'");
+    return refuse(console, {}, "unknown verb '" + shown(first) + "'" + suggestion(first, known));
+}
+
+} // namespace cli

@@ -1,0 +1,30 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The table of verbs.
+#include "cli/verb.h"
+
+namespace cli {
+
+extern const Verb verb_check;
+
+const std::vector<const Verb*>& verbs() {
+    static const std::vector<const Verb*> table = {&verb_check};
+    return table;
+}
+
+const Verb* verb_named(const std::string& name) {
+    for (const Verb* verb : verbs()) {
+        if (name == verb->name)
+            return verb;
+    }
+    return nullptr;
+}
+
+Outcome Work::unreadable(const Source& source, const std::string& error) const {
+    Outcome outcome;
+    outcome.notes = source.name + ": " + error + "\n";
+    outcome.json.insert(QStringLiteral("error"), QString::fromStdString(error));
+    outcome.failed = true;
+    return outcome;
+}
+
+} // namespace cli
