@@ -13,13 +13,6 @@ namespace cli {
 
 namespace {
 
-// A number of the table as people write it.
-std::string text_of(double number) {
-    char text[32];
-    const std::to_chars_result result = std::to_chars(text, text + sizeof text, number);
-    return {text, result.ptr};
-}
-
 template<typename Number>
 std::string read_number(const Option& option, std::string_view word, Number& number) {
     const std::optional<Number> read = number_of<Number>(word);
@@ -30,7 +23,8 @@ std::string read_number(const Option& option, std::string_view word, Number& num
         return quoted + (std::is_integral_v<Number> ? " is no whole number" : " is no number");
     }
     if (double(*read) < option.low || double(*read) > option.high)
-        return quoted + " is not within " + text_of(option.low) + " to " + text_of(option.high);
+        return quoted + " is not within " + number_text(option.low) + " to " +
+               number_text(option.high);
     number = *read;
     return {};
 }
@@ -87,6 +81,12 @@ std::string read_text(const Option& option, const std::string& word, std::string
 }
 
 } // namespace
+
+std::string number_text(double number) {
+    char text[32];
+    const std::to_chars_result result = std::to_chars(text, text + sizeof text, number);
+    return {text, result.ptr};
+}
 
 std::vector<std::string> words_of(std::string_view list) {
     std::istringstream stream{std::string(list)};

@@ -65,6 +65,9 @@ std::string store(const Option& option, const std::vector<std::string>& words, O
 /// The number of words that an option takes.
 int word_count(const Option& option);
 
+/// A number of the table as people write it.
+std::string number_text(double number);
+
 /// The words of a list that is parted by blanks.
 std::vector<std::string> words_of(std::string_view list);
 
