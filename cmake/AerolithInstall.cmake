@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: Aerolith developers
-# What is installed beside the program, and the package made of it.
+# What is installed beside the programs, and the package made of it.
 find_program(GZIP_PROGRAM gzip REQUIRED)
 
 install(DIRECTORY share/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
@@ -20,18 +20,30 @@ install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DATADIR}/${PROJECT_NAME})
 # Compressed without a time stamp, so that the same sources give the same package.
 function(aerolith_install_compressed source target folder)
   set(compressed "${PROJECT_BINARY_DIR}/share/${target}")
+  cmake_path(ABSOLUTE_PATH source BASE_DIRECTORY "${PROJECT_SOURCE_DIR}")
   file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/share")
   add_custom_command(OUTPUT "${compressed}"
     COMMAND sh -c "\"$0\" -9nc \"$1\" > \"$2\""
-      "${GZIP_PROGRAM}" "${PROJECT_SOURCE_DIR}/${source}" "${compressed}"
-    DEPENDS "${PROJECT_SOURCE_DIR}/${source}" VERBATIM)
+      "${GZIP_PROGRAM}" "${source}" "${compressed}"
+    DEPENDS "${source}" VERBATIM)
   add_custom_target(compressed_${target} DEPENDS "${compressed}")
   # The program alone can be installed too.
   add_dependencies(aerolith compressed_${target})
   install(FILES "${compressed}" DESTINATION ${folder})
 endfunction()
 aerolith_install_compressed(share/man/aerolith.1 aerolith.1.gz ${CMAKE_INSTALL_MANDIR}/man1)
+aerolith_install_compressed("${PROJECT_BINARY_DIR}/share/aerolith-cli.1" aerolith-cli.1.gz
+  ${CMAKE_INSTALL_MANDIR}/man1)
+add_dependencies(compressed_aerolith-cli.1.gz document_manual)
 aerolith_install_compressed(share/changelog changelog.gz ${CMAKE_INSTALL_DOCDIR})
+
+# Where each shell looks for the completions of packages.
+install(FILES "${PROJECT_BINARY_DIR}/share/aerolith-cli.bash"
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME aerolith-cli)
+install(FILES "${PROJECT_BINARY_DIR}/share/_aerolith-cli"
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/vendor-completions)
+install(FILES "${PROJECT_BINARY_DIR}/share/aerolith-cli.fish"
+  DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}")
@@ -41,7 +53,10 @@ set(CPACK_PACKAGE_CONTACT "Aerolith developers <aerolith@localhost>")
 set(CPACK_PACKAGE_DESCRIPTION "Aerolith shows a table of airfoil coordinates as a template, over which a
 quadratic B-spline is drawn with the mouse. Thickness and crests are shown
 at every step, and two stations mark the air intake of a ram-air wing.
-Splines are saved in a format of their own and as coordinate tables.")
+Splines are saved in a format of their own and as coordinate tables.
+.
+aerolith-cli checks and converts such tables, one file or a hundred thousand,
+without a display.")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "draw wing sections as splines over coordinate tables")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEBIAN_FILE_NAME DEB-DEFAULT)
