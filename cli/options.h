@@ -19,9 +19,19 @@ struct Options {
     bool json = false;
     bool help = false;
 
+    std::string layout; ///< Of the inputs; empty: told from their content.
+    int element = 0;    ///< Of several in a file, counted from 1; 0 for none picked.
+
+    std::string to;     ///< Format of the outputs; empty: told from the name of the one output.
     std::string output; ///< Name of the one output, "-" for standard output.
     std::string folder; ///< Folder of the outputs.
     bool force = false; ///< Existing files may be replaced.
+
+    int decimals = 8; ///< Of coordinates that are written.
+    bool reverse = false;
+    bool close_gap = false;
+    bool normalize = false;
+    std::vector<double> openings; ///< None, or O-1 and O-2 in percent of the chord.
 };
 
 /// What completes the value of an option in a shell.

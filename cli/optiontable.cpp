@@ -1,11 +1,39 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The table of options.
+#include "cli/formats.h"
 #include "cli/options.h"
 
 namespace cli {
 
 const std::vector<Option>& option_table() {
     static const std::vector<Option> table = {
+        {"layout", 0, "NAME", "", "", "Read every file as this layout", "check convert",
+         &Options::layout, 0, 0, input_layouts},
+        {"element", 0, "N", "", "", "Of several elements in a file take the N-th", "check convert",
+         &Options::element, 1, 1000},
+
+        {"output", 'o', "OUT", "", "",
+         "Write to OUT, - for standard output; its ending names the format", "convert",
+         &Options::output, 0, 0, nullptr, Completes::file},
+        {"dir", 'd', "FOLDER", "", "",
+         "Write below FOLDER, keeping the path below each folder given", "convert",
+         &Options::folder, 0, 0, nullptr, Completes::folder},
+        {"force", 'f', "", "", "", "Replace files that exist", "convert", &Options::force},
+        {"to", 't', "FORMAT", "", "", "Write this format", "convert", &Options::to, 0, 0,
+         output_formats},
+        {"decimals", 0, "N", "", "8", "Write coordinates with N decimals", "convert",
+         &Options::decimals, 1, 15},
+        {"reverse", 0, "", "", "", "Write the points from the last to the first", "convert",
+         &Options::reverse},
+        {"close-gap", 0, "", "", "", "Close the trailing edge at the middle of its gap", "convert",
+         &Options::close_gap},
+        {"normalize", 0, "", "", "",
+         "Turn and scale so that the chord runs from the true leading edge to the trailing edge",
+         "convert", &Options::normalize},
+        {"openings", 0, "A B", "percent of the chord", "",
+         "The air intake reaches from A to B on the lower side", "convert", &Options::openings, 0,
+         100},
+
         // Inputs and results, the same in every verb.
         {"files-from", 0, "FILE", "", "",
          "Take further names from FILE, one a line; - is standard input", "*", &Options::files_from,

@@ -5,9 +5,10 @@
 namespace cli {
 
 extern const Verb verb_check;
+extern const Verb verb_convert;
 
 const std::vector<const Verb*>& verbs() {
-    static const std::vector<const Verb*> table = {&verb_check};
+    static const std::vector<const Verb*> table = {&verb_check, &verb_convert};
     return table;
 }
 

@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Findings as text and as JSON.
+#pragma once
+
+#include "tables/table.h"
+
+#include <QJsonArray>
+#include <QList>
+
+#include <string>
+
+namespace cli {
+
+/// A line "name:line: text" for each finding, without the line where it is the whole file.
+/// Doubts begin with "doubtful: ", errors and notes with nothing.
+std::string finding_lines(const std::string& name, const QList<tables::Finding>& findings);
+
+/// An array of {"gravity", "line", "text"}, without "line" where it is the whole file.
+QJsonArray finding_array(const QList<tables::Finding>& findings);
+
+/// Whether one of the findings is so grave, or graver.
+bool has_finding(const QList<tables::Finding>& findings, tables::Gravity least);
+
+} // namespace cli

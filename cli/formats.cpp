@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "cli/formats.h"
+
+#include "cli/shown.h"
+
+#include <algorithm>
+
+namespace cli {
+
+namespace {
+
+std::vector<std::string> texts_of(const QStringList& names) {
+    std::vector<std::string> texts;
+    for (const QString& name : names)
+        texts.push_back(name.toStdString());
+    return texts;
+}
+
+// In lower case, with its point; empty for none.
+std::string ending_of_name(const std::string& name) {
+    const std::size_t point = name.rfind('.');
+    const std::size_t base = name.rfind('/') + 1;
+    if (point == std::string::npos || point <= base)
+        return {};
+    return QString::fromStdString(name.substr(point)).toLower().toStdString();
+}
+
+} // namespace
+
+std::vector<std::string> output_formats() {
+    std::vector<std::string> names = texts_of(tables::format_names());
+    names.emplace_back(spline_format);
+    return names;
+}
+
+std::vector<std::string> input_layouts() {
+    return texts_of(tables::layout_names());
+}
+
+Chosen choose_format(const std::string& to, const std::string& output) {
+    const std::string ending = ending_of_name(output);
+    if (!to.empty()) {
+        // The trade's program takes the counts of a profile in a .dat for points.
+        if (to == "lep" && !ending.empty() && ending != ".txt")
+            return {to, "a lep file ends with .txt, not " + shown(ending)};
+        return {to, {}};
+    }
+    if (ending.empty() || ending == ".txt" || ending == ".dat")
+        return {output_formats().front(), {}};
+    const std::string name = ending.substr(1);
+    const std::vector<std::string> known = {"csv", "json", spline_format};
+    if (std::find(known.begin(), known.end(), name) != known.end())
+        return {name, {}};
+    return {{}, "the ending " + shown(ending) + " is that of no format; --to names one"};
+}
+
+std::string ending_of_format(const std::string& name) {
+    if (name == "selig" || name == "lednicer")
+        return ".dat";
+    if (name == "csv" || name == "json" || name == spline_format)
+        return "." + name;
+    return ".txt";
+}
+
+std::optional<tables::Format> table_format(const std::string& name) {
+    return tables::format_from_name(QString::fromStdString(name));
+}
+
+} // namespace cli

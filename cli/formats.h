@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// What can be written: tables in several forms, and splines.
+#pragma once
+
+#include "tables/write.h"
+
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace cli {
+
+/// The name of spline files among the formats.
+constexpr const char* spline_format = "spl";
+
+/// What `--to` takes, the default first.
+std::vector<std::string> output_formats();
+
+/// What `--layout` takes.
+std::vector<std::string> input_layouts();
+
+/// A format that was chosen.
+struct Chosen {
+    std::string name;    ///< One of output_formats().
+    std::string refusal; ///< Why none was chosen; empty for none.
+};
+
+/// The format of `--to`, or that of the ending of the output, or the default.
+/// @param to     value of the option, empty for none
+/// @param output name of the one output, empty where there are many or it is standard output
+Chosen choose_format(const std::string& to, const std::string& output);
+
+/// The ending of files of a format, with its point.
+std::string ending_of_format(const std::string& name);
+
+/// The table format of a name; none for the spline's.
+std::optional<tables::Format> table_format(const std::string& name);
+
+} // namespace cli
