@@ -56,7 +56,7 @@ std::string program_help(int width) {
     std::string text = wrapped("Reads, checks and converts tables of wing sections, one file or "
                                "a hundred thousand, without a display.",
                                room, 0);
-    text += "\nUsage: aerolith-cli VERB FILE... [OPTION]...\n\n";
+    text += "\n" + wrapped("Usage: aerolith-cli VERB FILE... [OPTION]...", room, 0) + "\n";
     for (const Verb* verb : verbs())
         text += entry(verb->name, verb->summary, 8, room);
     text += "\n" + wrapped("aerolith-cli VERB --help tells the options of a verb, --version the "
@@ -67,8 +67,9 @@ std::string program_help(int width) {
 
 std::string verb_help(const Verb& verb, int width) {
     const int room = std::min(width, widest);
-    std::string text = std::string("Usage: aerolith-cli ") + verb.name + " " + verb.inputs +
-                       " [OPTION]...\n\n" + wrapped(verb.description, room, 0) + "\n";
+    const std::string usage =
+        std::string("Usage: aerolith-cli ") + verb.name + " " + verb.inputs + " [OPTION]...";
+    std::string text = wrapped(usage, room, 0) + "\n" + wrapped(verb.description, room, 0) + "\n";
     for (const Option* option : options_of(verb.name))
         text += entry(option_form(*option), option_help(*option), 22, room);
     text += "\nExample:\n" + wrapped(std::string("aerolith-cli ") + verb.example, room, 2);
