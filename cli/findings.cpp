@@ -45,9 +45,18 @@ QJsonArray finding_array(const QList<tables::Finding>& findings) {
     return array;
 }
 
-bool has_finding(const QList<tables::Finding>& findings, tables::Gravity least) {
-    return std::any_of(findings.begin(), findings.end(),
-                       [&](const tables::Finding& finding) { return finding.gravity >= least; });
+bool has_doubt(const QList<tables::Finding>& findings) {
+    return std::any_of(findings.begin(), findings.end(), [](const tables::Finding& finding) {
+        return finding.gravity == tables::Gravity::doubt;
+    });
+}
+
+QString first_error(const QList<tables::Finding>& findings) {
+    for (const tables::Finding& finding : findings) {
+        if (finding.gravity == tables::Gravity::error)
+            return finding.text;
+    }
+    return {};
 }
 
 } // namespace cli

@@ -6,6 +6,7 @@
 
 #include <QJsonArray>
 #include <QList>
+#include <QString>
 
 #include <string>
 
@@ -18,7 +19,10 @@ std::string finding_lines(const std::string& name, const QList<tables::Finding>&
 /// An array of {"gravity", "line", "text"}, without "line" where it is the whole file.
 QJsonArray finding_array(const QList<tables::Finding>& findings);
 
-/// Whether one of the findings is so grave, or graver.
-bool has_finding(const QList<tables::Finding>& findings, tables::Gravity least);
+/// Whether one of the findings is a doubt.
+bool has_doubt(const QList<tables::Finding>& findings);
+
+/// The text of the first error, empty for none.
+QString first_error(const QList<tables::Finding>& findings);
 
 } // namespace cli

@@ -18,6 +18,8 @@ struct Options {
     int jobs = 0;                   ///< Files worked on at a time, 0 for one a processor.
     bool json = false;
     bool help = false;
+    int width = 0; ///< Of the terminal that texts are for; 0 for no terminal.
+    bool strict = false;
 
     std::string layout; ///< Of the inputs; empty: told from their content.
     int element = 0;    ///< Of several in a file, counted from 1; 0 for none picked.

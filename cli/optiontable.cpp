@@ -12,6 +12,9 @@ const std::vector<Option>& option_table() {
         {"element", 0, "N", "", "", "Of several elements in a file take the N-th", "check convert",
          &Options::element, 1, 1000},
 
+        {"strict", 0, "", "", "", "End with 1 also for files whose verdict is convert", "check",
+         &Options::strict},
+
         {"output", 'o', "OUT", "", "",
          "Write to OUT, - for standard output; its ending names the format", "convert",
          &Options::output, 0, 0, nullptr, Completes::file},

@@ -138,7 +138,7 @@ std::string write_output(const std::string& name, const QByteArray& bytes, bool 
     if (error)
         return "cannot make the folder: " + error.message();
     errno = 0;
-    if (write_file(QString::fromStdString(name), bytes))
+    if (write_file_at(QByteArray::fromStdString(name), bytes))
         return {};
     const int reason = errno;
     return "cannot be written" +

@@ -139,13 +139,14 @@ private:
 };
 
 ExitCode run_verb(const Verb& verb, const std::vector<std::string>& arguments, Console& console) {
-    const Parsed parsed = parse(verb, arguments);
+    Parsed parsed = parse(verb, arguments);
     if (!parsed.refusal.empty())
         return refuse(console, verb.name, parsed.refusal);
     if (parsed.options.help) {
         console.out(verb_help(verb, console.streams().width));
         return console.failed() ? ExitCode::failure : ExitCode::success;
     }
+    parsed.options.width = console.streams().out_is_terminal ? console.streams().width : 0;
     Run whole(verb, parsed.options, console);
     const std::string refusal = whole.plan();
     return refusal.empty() ? whole.execute() : refuse(console, verb.name, refusal);

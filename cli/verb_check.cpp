@@ -1,30 +1,110 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // What each file is, and what the window makes of it.
+#include "cli/findings.h"
+#include "cli/section_file.h"
 #include "cli/shown.h"
 #include "cli/verb.h"
-#include "tables/table.h"
+
+#include <QJsonArray>
+
+#include <map>
 
 namespace cli {
 
 namespace {
 
+constexpr int reason_width = 40;
+
+// A text in one column; the whole one stands below.
+std::string shortened(const std::string& text) {
+    if (length_of(text) <= reason_width)
+        return text;
+    const QString whole = QString::fromStdString(text);
+    return (whole.left(reason_width - 3) + QStringLiteral("...")).toStdString();
+}
+
 class Check : public Work {
 public:
+    explicit Check(const Options& given) : options(given) {
+        reading.layout = QString::fromStdString(given.layout);
+        reading.element = given.element;
+    }
+
     Outcome process(const Source& source) const override {
-        const tables::Table table = tables::read(source.bytes);
-        const std::string verdict = table.readable() ? "ok" : "bad";
+        return outcome_of(source, read_section_file(source.bytes, reading));
+    }
+
+    Outcome unreadable(const Source& source, const std::string& error) const override {
+        SectionFile file;
+        file.findings = {{tables::Gravity::error, 0, QString::fromStdString(error)}};
+        file.reason = QString::fromStdString(error);
+        return outcome_of(source, file);
+    }
+
+    void collect(const Outcome& outcome) override {
+        ++files;
+        ++counts[outcome.summary_key];
+        doubtful += outcome.json[QStringLiteral("doubtful")].toBool() ? 1 : 0;
+    }
+
+    std::string summary() const override {
+        std::string text = std::to_string(files) + (files == 1 ? " file: " : " files: ");
+        bool first = true;
+        for (const Verdict verdict : {Verdict::ok, Verdict::convert, Verdict::ask, Verdict::bad}) {
+            const auto count = counts.find(name_of(verdict));
+            text += (first ? "" : ", ") +
+                    std::to_string(count == counts.end() ? 0 : count->second) + " " +
+                    name_of(verdict);
+            first = false;
+        }
+        return text + "; " + std::to_string(doubtful) + " doubtful\n";
+    }
+
+private:
+    Outcome outcome_of(const Source& source, const SectionFile& file) const {
+        const bool is_doubtful = has_doubt(file.findings);
+        const std::string verdict = name_of(file.verdict);
+        const std::string reason = shown(file.reason);
         Outcome outcome;
-        outcome.text = column(verdict, 8) + column(shown(table.layout), 16) +
-                       right_column(std::to_string(table.points.size()), 6) + "  " + source.name +
-                       "\n";
-        for (const tables::Finding& finding : table.findings)
-            outcome.text += source.name +
-                            (finding.line > 0 ? ":" + std::to_string(finding.line) : "") + ": " +
-                            shown(finding.text) + "\n";
-        outcome.failed = !table.readable();
-        outcome.json.insert(QStringLiteral("verdict"), QString::fromStdString(verdict));
+        outcome.summary_key = verdict;
+        outcome.failed = is_doubtful || file.verdict == Verdict::ask ||
+                         file.verdict == Verdict::bad ||
+                         (options.strict && file.verdict == Verdict::convert);
+        outcome.text = column(verdict, 8) + column(shown(file.layout), 12) +
+                       right_column(std::to_string(file.points), 5) + "  ";
+        // On a narrow terminal the reason has lines of its own.
+        const int whole_line = 27 + reason_width + 2 + length_of(source.name);
+        const bool is_narrow = options.width > 0 && whole_line > options.width;
+        if (is_narrow)
+            outcome.text += source.name + "\n" + wrapped(reason, options.width, 8);
+        else
+            outcome.text += column(shortened(reason), reason_width) + "  " + source.name + "\n";
+        outcome.text += finding_lines(source.name, file.findings);
+        outcome.json = json_of(file);
+        outcome.json.insert(QStringLiteral("doubtful"), is_doubtful);
         return outcome;
     }
+
+    static QJsonObject json_of(const SectionFile& file) {
+        QJsonObject object = {
+            {QStringLiteral("verdict"), QString::fromStdString(name_of(file.verdict))},
+            {QStringLiteral("layout"), file.layout},
+            {QStringLiteral("kind"), file.kind},
+            {QStringLiteral("points"), file.points},
+            {QStringLiteral("reason"), file.reason},
+            {QStringLiteral("candidates"), QJsonArray::fromStringList(file.candidates)},
+            {QStringLiteral("findings"), finding_array(file.findings)}};
+        if (file.openings)
+            object.insert(QStringLiteral("openings"),
+                          QJsonArray{file.openings->start, file.openings->end});
+        return object;
+    }
+
+    const Options options;
+    tables::ReadOptions reading;
+    std::map<std::string, int> counts;
+    int files = 0;
+    int doubtful = 0;
 };
 
 } // namespace
@@ -34,9 +114,14 @@ const Verb verb_check = {
     "check",
     "tells what each file is, and what the window makes of it",
     "FILE...",
-    "Prints a line for each file.",
-    "check wings/ --json",
-    [](const Options& /*options*/) -> std::unique_ptr<Work> { return std::make_unique<Check>(); },
+    "Prints a line for each file: the verdict, the layout, the number of points, the reason and "
+    "the name, and below it what was found, with the line of the file. The verdict is ok where the "
+    "window of aerolith shows what the file means, convert where it does so only after convert, "
+    "ask where two layouts fit and --layout decides, and bad where there is no section.",
+    "check wings/ --strict",
+    [](const Options& options) -> std::unique_ptr<Work> {
+        return std::make_unique<Check>(options);
+    },
 };
 
 } // namespace cli

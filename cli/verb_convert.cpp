@@ -41,7 +41,7 @@ public:
         QList<tables::Finding> findings = table.findings;
         if (table.readable())
             outcome.output = converted(source, table, findings);
-        outcome.failed = has_finding(findings, tables::Gravity::doubt);
+        outcome.failed = !outcome.output || has_doubt(findings);
         outcome.notes = finding_lines(source.name, findings);
         outcome.json = {{QStringLiteral("layout"), table.layout},
                         {QStringLiteral("points"), table.points.size()},
