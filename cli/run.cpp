@@ -75,7 +75,7 @@ public:
             [&](std::size_t i, Outcome& outcome) { return take(i, outcome); });
         if (options.json)
             console.out("\n]\n");
-        console.err(work->summary());
+        console.err(wrapped(work->summary(), console.streams().width, 0));
         return failed || console.failed() ? ExitCode::failure : ExitCode::success;
     }
 
