@@ -4,14 +4,15 @@
 # With all of them there it asks neither the network nor for rights.
 set -euo pipefail
 
-build=(cmake g++ libcli11-dev ninja-build qt6-base-dev)
+build=(cmake g++ libcli11-dev libeigen3-dev libpolyclipping-dev ninja-build qt6-base-dev)
 # What it takes to run the program in a real window without a display.
 window=(fonts-dejavu-core libxtst6 openbox python3 x11-utils xdotool xvfb)
 # Desktops with Wayland alone need the toolkit's plugin for it.
 wayland=(qt6-wayland)
 # Benchmarks: the other reader of long tables.
 bench=("${build[@]}" python3-numpy)
-test=("${build[@]}" "${window[@]}")
+# The tests of the command line need a locale with a decimal comma.
+test=("${build[@]}" "${window[@]}" locales python3-jsonschema)
 coverage=("${test[@]}" gcovr)
 icons=(librsvg2-bin)
 style=(appstream clang-format-14 desktop-file-utils git libxml2-utils shellcheck)
