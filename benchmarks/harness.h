@@ -74,4 +74,5 @@ void bench_reading();
 void bench_table();
 void bench_fourier();
 void bench_start();
+void bench_companion();
 /// @}

@@ -14,9 +14,10 @@ struct Group {
     void (*run)();
 };
 
-constexpr Group groups[] = {{"sampling", bench_sampling}, {"painting", bench_painting},
-                            {"reading", bench_reading},   {"table", bench_table},
-                            {"fourier", bench_fourier},   {"start", bench_start}};
+constexpr Group groups[] = {{"sampling", bench_sampling},  {"painting", bench_painting},
+                            {"reading", bench_reading},    {"table", bench_table},
+                            {"fourier", bench_fourier},    {"start", bench_start},
+                            {"companion", bench_companion}};
 
 bool wanted(const char* name, int argc, char* argv[]) {
     if (argc < 2)

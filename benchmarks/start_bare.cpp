@@ -1,0 +1,3 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Loads the libraries of aerolith-cli and does nothing.
+int main() {}
