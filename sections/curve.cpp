@@ -45,6 +45,7 @@ Curve::Curve(std::vector<Piece> pieces, std::vector<bool> corners)
     for (const Piece& piece : curve_pieces) {
         sum += piece.length();
         starts.push_back(sum);
+        boxes.push_back(piece.bounds());
     }
 }
 
@@ -85,10 +86,17 @@ Place Curve::place_at(double distance) const {
 
 Foot Curve::nearest(QPointF q) const {
     Foot foot;
+    // The starts of the pieces first: a near one spares most of the others.
     foot.distance = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < curve_pieces.size(); ++i) {
+        const QPointF start = curve_pieces[i].position(0.0);
+        const double distance = norm(start - q);
+        if (distance < foot.distance)
+            foot = {{int(i), 0.0}, start, distance};
+    }
+    for (std::size_t i = 0; i < curve_pieces.size(); ++i) {
         const Piece& piece = curve_pieces[i];
-        if (distance_to(piece.bounds(), q) >= foot.distance)
+        if (distance_to(boxes[i], q) >= foot.distance)
             continue;
         for_candidates(piece.approach(q), [&](double u) {
             const QPointF point = piece.position(u);

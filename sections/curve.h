@@ -99,6 +99,7 @@ private:
     std::vector<Piece> curve_pieces;
     std::vector<bool> joint_corners;
     std::vector<double> starts; // length before each piece, and the whole length
+    std::vector<QRectF> boxes;  // of each piece
 };
 
 /// A curve, or the reason why there is none.

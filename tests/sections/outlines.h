@@ -51,6 +51,22 @@ inline tables::Table table_of(const QPolygonF& points) {
     return table;
 }
 
+/// @p points in the other order.
+inline QPolygonF reversed(QPolygonF points) {
+    std::reverse(points.begin(), points.end());
+    return points;
+}
+
+/// @p points scaled and turned to the left about the origin.
+inline QPolygonF turned(const QPolygonF& points, double degrees, double scale = 1.0) {
+    const double a = degrees * pi / 180.0;
+    QPolygonF result;
+    for (const QPointF& p : points)
+        result << QPointF(scale * (p.x() * std::cos(a) - p.y() * std::sin(a)),
+                          scale * (p.x() * std::sin(a) + p.y() * std::cos(a)));
+    return result;
+}
+
 /// The spline with the control points @p points and uniform knots.
 inline SplineFoil spline_of(const QPolygonF& points) {
     SplineFoil spline;

@@ -21,20 +21,6 @@ Section section_of(const QPolygonF& points, std::optional<Openings> openings = s
     return *section_of_table(table).section;
 }
 
-QPolygonF reversed(QPolygonF points) {
-    std::reverse(points.begin(), points.end());
-    return points;
-}
-
-QPolygonF turned(const QPolygonF& points, double degrees, double scale = 1.0) {
-    const double a = degrees * pi / 180.0;
-    QPolygonF result;
-    for (const QPointF& p : points)
-        result << QPointF(scale * (p.x() * std::cos(a) - p.y() * std::sin(a)),
-                          scale * (p.x() * std::sin(a) + p.y() * std::cos(a)));
-    return result;
-}
-
 // Thickness of a four-digit section of thickness 1.
 double naca_thickness(double x) {
     return 10.0 * (0.2969 * std::sqrt(x) - 0.126 * x - 0.3516 * x * x + 0.2843 * x * x * x -
