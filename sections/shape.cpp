@@ -178,12 +178,14 @@ private:
     void find_gap() {
         constexpr double far = 0.03;
         constexpr double far_for_its_height = 0.25;
+        constexpr double far_in_x = 0.02;
         const QPointF across = rows.back().point - rows.front().point;
         const double gap = std::hypot(across.x(), across.y());
         const auto [low, high] = std::minmax_element(
             rows.begin(), rows.end(),
             [](const OutlineRow& a, const OutlineRow& b) { return a.point.y() < b.point.y(); });
-        if (gap > far && gap > far_for_its_height * (high->point.y() - low->point.y()))
+        const double height = high->point.y() - low->point.y();
+        if (gap > far && (gap > far_for_its_height * height || std::abs(across.x()) > far_in_x))
             add(Gravity::doubt, rows.back().line,
                 QStringLiteral("the ends are %1 apart").arg(number(gap)));
     }

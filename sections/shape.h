@@ -12,12 +12,13 @@ namespace sections {
 /// The findings about the outline of a readable table, ordered by line. All lengths in the texts
 /// are fractions of the chord.
 ///
-/// Doubts: a row off the smooth line through its neighbours, x running back in one row, ends more
-/// than 0.05 apart, sides that cross at the trailing edge, a row behind the outline. Notes:
-/// repeated rows, a nose whose rows leave more than 0.002 of its shape open. Errors: a second
-/// nose, a second run, sides that cross ahead of the last 5 % of the chord, an end in another
-/// unit. Sides that touch or overlap by less than 1e-5 do not cross. Flat ribs and single-skin
-/// ribs have no sides that could cross.
+/// Doubts: a row off the smooth line through its neighbours, a height of 0 between others, x
+/// running back in one row, ends more than 0.03 and a quarter of the height (or 0.02 in x) apart,
+/// sides that cross at the trailing edge, a row behind the outline. Notes: repeated rows, a nose
+/// whose rows leave more than 0.003 of its shape open. Errors: a second nose, a second run, sides
+/// that cross ahead of the last 5 % of the chord, an end in another unit. Sides that touch or
+/// overlap by less than 1e-5 do not cross. Flat ribs and single-skin ribs have no sides that could
+/// cross.
 QList<tables::Finding> shape_findings(const tables::Table& table);
 
 } // namespace sections
