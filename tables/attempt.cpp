@@ -126,10 +126,13 @@ Attempt attempt(const Sheet& rows, const Sheet* scope, const Head& head, const Q
                 continue;
             any = true;
             if (!has_error(reading->findings)) {
-                if (const auto fault = fault_of(reading->outline)) {
+                const std::optional<Finding> fault = fault_of(reading->outline);
+                if (fault && fault->gravity == Gravity::error) {
                     faults.append(*fault);
                     continue;
                 }
+                if (fault)
+                    reading->findings.append(*fault);
             }
             reading->findings = choice.findings + reading->findings;
             tell_slips(choice, course, reading->findings);

@@ -66,7 +66,7 @@ bool is_not_a_number(QByteArrayView field) {
 }
 
 bool begins_like_number(QByteArrayView field) {
-    if (is_one_of(field.front(), "+-"))
+    while (!field.isEmpty() && is_one_of(field.front(), "+-"))
         field = field.sliced(1);
     if (field.isEmpty())
         return false;
@@ -186,6 +186,9 @@ void read_fields(QByteArrayView line, bool decimal_commas, Fields& fields) {
         }
         after_separator = false;
     }
+    // One separator ends a row, two leave a place empty at its end.
+    if (c == end && after_separator && !fields.numbers.empty() && std::isnan(fields.numbers.back()))
+        fields.numbers.push_back(no_number);
     fields.remark = c != end;
     const bool has_number = std::any_of(fields.numbers.begin(), fields.numbers.end(),
                                         [](double number) { return !std::isnan(number); });

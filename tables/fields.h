@@ -10,6 +10,7 @@ namespace tables {
 
 enum class LineKind : quint8 {
     blank,
+    mark,    ///< Parts elements, `999.0 999.0`; found by the rows around, not in a line alone.
     text,    ///< Begins with a word or a comment sign.
     numbers, ///< Begins with numbers; what follows the first word is a remark.
     damaged, ///< A field before the first word is nearly a number: `O.123`, `1.234.5`, `nan`.

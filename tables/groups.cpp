@@ -82,7 +82,7 @@ bool are_whole(const Rows& rows, std::size_t line) {
 std::vector<Group> groups_of(Rows& rows) {
     for (std::size_t line = 0; line < rows.lines.size(); ++line) {
         if (rows.is_numbers(line) && is_element_mark(rows, line))
-            rows.lines[line].kind = LineKind::text;
+            rows.lines[line].kind = LineKind::mark;
     }
     std::vector<Group> groups;
     std::size_t line = 0;

@@ -7,6 +7,23 @@
 
 namespace tables {
 
+namespace {
+
+// Whether two sides come near each other at the nose and at the trailing edge, as those of a
+// section do. A slope, a radius or a coefficient does not.
+bool meet(const Outline& to_nose, const Outline& from_nose) {
+    const QPolygonF& a = to_nose.points;
+    const QPolygonF& b = from_nose.points;
+    if (a.isEmpty() || b.isEmpty())
+        return false;
+    const double height = a.boundingRect().united(b.boundingRect()).height();
+    const double at_nose = std::abs(a.last().y() - b.first().y());
+    const double at_end = std::abs(a.first().y() - b.last().y());
+    return at_nose < 0.1 && at_nose <= 0.6 * height && at_end < 0.2;
+}
+
+} // namespace
+
 std::optional<Reading> read_columns(const Question& question) {
     const Sheet& sheet = question.sheet;
     if (sheet.columns() != 3 || question.course.runs.size() != 1)
@@ -14,10 +31,7 @@ std::optional<Reading> read_columns(const Question& question) {
     const int to_nose = question.course.runs[0].rising ? -1 : 1;
     const Outline first = side_of(sheet, 0, sheet.rows() - 1, to_nose, 1);
     const Outline second = side_of(sheet, 0, sheet.rows() - 1, -to_nose, 2);
-    // A slope or a radius in the third column does not meet the other side at the ends.
-    if (first.points.isEmpty() || second.points.isEmpty() ||
-        std::abs(first.points.last().y() - second.points.first().y()) > 0.1 ||
-        std::abs(first.points.first().y() - second.points.last().y()) > 0.2)
+    if (!meet(first, second))
         return std::nullopt;
     Reading reading;
     reading.outline = joined(first, second);
@@ -51,8 +65,11 @@ std::optional<Reading> read_pairs(const Question& question) {
     if (std::abs(x.least - other.least) > tolerance ||
         std::abs(x.greatest - other.greatest) > tolerance)
         return std::nullopt;
-    reading.outline = joined(side_of(first, 0, first.rows() - 1, a.runs[0].rising ? -1 : 1),
-                             side_of(second, 0, second.rows() - 1, b.runs[0].rising ? 1 : -1));
+    const Outline to_nose = side_of(first, 0, first.rows() - 1, a.runs[0].rising ? -1 : 1);
+    const Outline from_nose = side_of(second, 0, second.rows() - 1, b.runs[0].rising ? 1 : -1);
+    if (!meet(to_nose, from_nose))
+        return std::nullopt;
+    reading.outline = joined(to_nose, from_nose);
     return reading;
 }
 

@@ -87,7 +87,7 @@ std::optional<Reading> read_half(const Question& question) {
         if (side.points.size() < 3 || !is_one_side(side) || std::abs(side.points.last().y()) > 0.02)
             continue;
         Outline whole = mirrored(side);
-        if (fault_of(whole))
+        if (is_refused(whole))
             continue;
         if (reading)
             return std::nullopt;

@@ -22,7 +22,7 @@ std::optional<Reading> read_by_y(const Sheet& sheet, Trace trace) {
     std::optional<Reading> reading;
     for (int y = 1; y < sheet.columns(); ++y) {
         Outline outline = trace(y);
-        if (fault_of(outline))
+        if (is_refused(outline))
             continue;
         if (reading)
             return std::nullopt;

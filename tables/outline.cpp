@@ -15,7 +15,8 @@ constexpr double farthest_end = 0.1;
 constexpr double most_zigzag = 8.0; // ways up and down, in heights
 constexpr double no_height = 1e-3;
 constexpr double no_thickness = 1e-5;
-constexpr double most_swapped = 0.2; // of the area
+constexpr double largest_at_end = 0.9; // of the thickness
+constexpr double most_swapped = 0.2;   // of the area
 constexpr int stations = 60;
 
 using Heights = std::array<double, stations>;
@@ -86,27 +87,31 @@ Sides sides_of(const QPolygonF& points, const Bounds& bounds) {
     return sides;
 }
 
+enum class Rise { none, sharp, blunt };
+
 // Behind a blunt nose one side rises and the other one falls, or falls before it rises. Both
-// rise where the signs of one are lost.
-bool has_lost_signs(const QPolygonF& points, const Bounds& bounds) {
+// rise where the signs of one are lost, and those of a plate that is sharp and curved.
+Rise rise_of_sides(const QPolygonF& points, const Bounds& bounds) {
     constexpr double near = 0.0125;
     constexpr double steep = 0.6;
     const double nose = points[nose_of(points)].y();
-    double rises[2][2];
-    int side = 0;
-    for (const int step : {-1, 1}) {
-        Side walk(points, step);
+    double rises[2][3];
+    for (const int side : {0, 1}) {
+        Side walk(points, side == 0 ? -1 : 1);
         int station = 0;
-        for (const double x : {0.25 * near, near})
+        for (const double x : {0.25 * near, near, 8.0 * near})
             rises[side][station++] =
                 (walk.height_at(bounds.left + x * bounds.width()) - nose) / bounds.width();
-        ++side;
     }
-    const double* const low = rises[0][1] < rises[1][1] ? rises[0] : rises[1];
-    const double* const high = rises[0][1] < rises[1][1] ? rises[1] : rises[0];
+    const bool first_is_low = rises[0][1] < rises[1][1];
+    const double* const low = rises[first_is_low ? 0 : 1];
+    const double* const high = rises[first_is_low ? 1 : 0];
     const bool is_steep = low[1] > steep * near;
     const bool is_round = low[1] > 0.003 && low[0] > 0.4 * low[1];
-    return low[1] > 0.4 * high[1] && (is_steep || is_round);
+    if (low[1] > 0.4 * high[1] && (is_steep || is_round))
+        return Rise::blunt;
+    const bool both = low[0] > 0.0 && low[1] > 0.0 && low[2] > 0.0;
+    return both && low[2] > 0.25 * high[2] && low[2] > 0.01 ? Rise::sharp : Rise::none;
 }
 
 // Whether a lower edge goes up in an arch above the chord, which runs from the nose to the
@@ -159,10 +164,24 @@ std::optional<Finding> fault_of_sides(const Outline& outline, const Bounds& boun
         std::min(above, below) > most_swapped * std::max(above, below))
         return error(outline.lines.front(),
                      QStringLiteral("the sides change places; expected one above the other"));
-    if (has_lost_signs(outline.points, bounds))
-        return error(outline.lines[std::size_t(nose_of(outline.points))],
-                     QStringLiteral("both sides rise from the nose; expected one of them below, "
-                                    "with minus signs"));
+    // Angles of attack beside coefficients make such a picture.
+    const double at_end = std::abs(sides.first.back() - sides.second.back());
+    if (thickest > no_height * bounds.width() && at_end > largest_at_end * thickest)
+        return error(outline.lines.front(),
+                     QStringLiteral("thickest at the trailing edge; expected a section"));
+    const int nose = nose_of(outline.points);
+    const int line = outline.lines[std::size_t(nose)];
+    switch (rise_of_sides(outline.points, bounds)) {
+    case Rise::sharp:
+        return Finding{Gravity::doubt, line,
+                       QStringLiteral("both sides rise from the nose: a curved plate, or a lower "
+                                      "side without minus signs")};
+    case Rise::blunt:
+        return error(line, QStringLiteral("both sides rise from the nose; expected one of them "
+                                          "below, with minus signs"));
+    case Rise::none:
+        break;
+    }
     return std::nullopt;
 }
 
@@ -199,6 +218,11 @@ std::optional<Finding> fault_of(const Outline& outline) {
         return error(outline.lines.front(),
                      QStringLiteral("y jumps up and down from row to row; expected a smooth line"));
     return fault_of_sides(outline, bounds);
+}
+
+bool is_refused(const Outline& outline) {
+    const std::optional<Finding> fault = fault_of(outline);
+    return fault && fault->gravity == Gravity::error;
 }
 
 Kind kind_of(const Outline& outline) {

@@ -22,9 +22,13 @@ struct Outline {
 };
 
 /// What keeps an outline that begins at the trailing edge from being a section: too few
-/// points, ends away from the trailing edge, higher than wide, zigzagging, sides that swap or
-/// fall together. Empty when nothing does.
+/// points, ends away from the trailing edge, higher than wide, zigzagging, sides that swap, fall
+/// together, rise together or are farthest apart at an end. A doubt where it may be one after
+/// all. Empty when nothing speaks against it.
 std::optional<Finding> fault_of(const Outline& outline);
+
+/// Whether fault_of() gives an error.
+bool is_refused(const Outline& outline);
 
 /// The kind of an outline without fault.
 Kind kind_of(const Outline& outline);

@@ -32,8 +32,8 @@ void tell_heads(const Rows& rows, const Success& section, QList<Finding>& findin
     for (std::size_t i = 0; i < unknown; ++i) {
         const std::size_t line = section.heads[i];
         const bool touches = line + 1 == section.first && !rows.lines[section.first].after_gap;
-        const bool is_like_point =
-            touches && rows.lines[line].count <= columns && !are_whole(rows, line);
+        const bool is_like_point = touches && !rows.lines[line].remark &&
+                                   rows.lines[line].count <= columns && !are_whole(rows, line);
         findings.append({is_like_point ? Gravity::doubt : Gravity::note, rows.lines[line].number,
                          QStringLiteral("\"%1\" stands before the rows; left out")
                              .arg(shown(rows.line_text(line)))});
