@@ -77,7 +77,10 @@ public:
                      .arg(name(winner), QString::fromLatin1(winner->shape), name(rival),
                           QString::fromLatin1(rival->shape))});
         } else if (has_error(best->reading.findings)) {
-            attempt.errors = best->reading.findings;
+            for (const Finding& finding : std::as_const(best->reading.findings)) {
+                if (finding.gravity == Gravity::error)
+                    attempt.errors.append(finding);
+            }
         } else {
             attempt.success = std::move(best);
         }

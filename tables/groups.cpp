@@ -44,17 +44,23 @@ bool is_comment(QByteArrayView text) {
     return !trimmed.isEmpty() && QByteArrayView("#!%;*/'").contains(trimmed.front());
 }
 
-// Whether a line of words was to be a row: as many fields, each with a digit, one a decimal
-// number.
+bool is_digit(char c) {
+    return c >= '0' && c <= '9';
+}
+
+// Whether a line of words between rows was to be one: it begins as a number does, or each of as
+// many fields has a digit and one is a decimal number.
 bool is_spoilt_row(const Rows& rows, std::size_t line, int columns) {
-    const QByteArrayView text = rows.line_text(line);
+    const QByteArrayView text = rows.line_text(line).trimmed();
     if (is_comment(text) || text.size() > 200)
         return false;
+    if (is_digit(text.front()) || QByteArrayView("+-.").contains(text.front()))
+        return true;
     int fields = 0;
     bool decimal = false;
     Fields read;
     for (const QByteArray& field : text.toByteArray().simplified().split(' ')) {
-        if (std::none_of(field.begin(), field.end(), [](char c) { return c >= '0' && c <= '9'; }))
+        if (std::none_of(field.begin(), field.end(), is_digit))
             return false;
         read_fields(field, rows.decimal_commas, read);
         decimal = decimal || (read.kind == LineKind::numbers && !read.remark &&
@@ -62,6 +68,25 @@ bool is_spoilt_row(const Rows& rows, std::size_t line, int columns) {
         ++fields;
     }
     return decimal && fields == columns;
+}
+
+// `12.11.2004`
+bool is_date(QByteArrayView text) {
+    const QByteArrayList parts = text.trimmed().toByteArray().split('.');
+    const auto is_part = [](const QByteArray& part, qsizetype least, qsizetype most) {
+        return part.size() >= least && part.size() <= most &&
+               std::all_of(part.begin(), part.end(), is_digit);
+    };
+    return parts.size() == 3 && is_part(parts[0], 1, 2) && is_part(parts[1], 1, 2) &&
+           is_part(parts[2], 2, 4);
+}
+
+// Whether a line of whole numbers between two rows is a count: x begins anew behind it.
+bool is_count_between(const Rows& rows, std::size_t line) {
+    const double before = rows.value(line - 1, 0);
+    const double behind = rows.value(line + 1, 0);
+    return are_whole(rows, line) && rows.value(line, 0) >= 2.0 &&
+           std::abs(before - behind) > 0.7 * std::max(std::abs(before), std::abs(behind));
 }
 
 QString numbers_text(int count) {
@@ -138,33 +163,93 @@ QByteArray words_above(const Rows& rows, std::size_t line) {
 }
 
 std::optional<Finding> damage_in(const Rows& rows, std::size_t first, std::size_t last) {
+    // A damaged row near an end cuts off one or two sound ones.
+    constexpr std::size_t farthest = 3;
     const std::size_t size = rows.lines.size();
-    const auto touches = [&](std::size_t line, std::size_t after) {
-        return after < size && !rows.lines[after].after_gap && after == line + 1;
+    if (size == 0)
+        return std::nullopt;
+    last = std::min(last, size - 1);
+    const int wanted = rows.lines[last].count;
+    const auto is_cut_off = [&](std::size_t line) {
+        return is_row(rows, line) && rows.lines[line].count == wanted;
     };
-    for (std::size_t line = first; line < std::min(last, size); ++line) {
+    for (std::size_t line = first;
+         line > 0 && first - line < farthest && !rows.lines[line].after_gap;) {
+        if (is_cut_off(--line))
+            first = line;
+    }
+    for (std::size_t line = last + 1;
+         line < size && line - last <= farthest && !rows.lines[line].after_gap; ++line) {
+        if (is_cut_off(line))
+            last = line;
+    }
+    const auto is_beside = [&](std::size_t line) { return line < size && is_row(rows, line); };
+    for (std::size_t line = first > 0 ? first - 1 : 0; line < std::min(last + 2, size); ++line) {
         const Line& here = rows.lines[line];
-        const bool row_before = line > 0 && touches(line - 1, line) && is_row(rows, line - 1);
-        const bool row_behind = touches(line, line + 1) && is_row(rows, line + 1);
-        if (!row_before && !row_behind)
+        const bool before = line > 0 && is_beside(line - 1);
+        const bool behind = is_beside(line + 1);
+        if (!before && !behind)
             continue;
-        const int columns = rows.lines[row_before ? line - 1 : line + 1].count;
-        const QString text = shown(rows.line_text(line));
-        if (here.kind == LineKind::damaged && (here.count >= 2 || (row_before && row_behind)))
+        const bool inside = line >= first && line <= last;
+        const bool touches =
+            (before && !here.after_gap) || (behind && !rows.lines[line + 1].after_gap);
+        const int columns = rows.lines[before ? line - 1 : line + 1].count;
+        const auto damage = [&](const QString& what) {
             return Finding{Gravity::error, here.number,
-                           QStringLiteral("\"%1\"; expected %2").arg(text, numbers_text(columns))};
-        if (!row_before || !row_behind || rows.lines[line + 1].count != columns)
+                           QStringLiteral("\"%1\"%2; expected %3")
+                               .arg(shown(rows.line_text(line)), what, numbers_text(columns))};
+        };
+        if (here.kind == LineKind::damaged) {
+            // A title, a date and a remark beside the rows may look like numbers.
+            const bool is_title = line == 0 && here.count < 2;
+            const bool is_remark =
+                is_date(rows.line_text(line)) || (!touches && here.count != columns);
+            if (inside || !(is_title || is_remark))
+                return damage(QString());
+        }
+        if (!inside || !before || !behind || rows.lines[line + 1].count != columns)
             continue;
-        if (here.kind == LineKind::numbers && here.count != columns && !are_whole(rows, line))
-            return Finding{Gravity::error, here.number,
-                           QStringLiteral("\"%1\" is %2; expected %3 as in the rows around")
-                               .arg(text, numbers_text(here.count))
-                               .arg(columns)};
-        if (here.kind == LineKind::text && is_spoilt_row(rows, line, columns))
-            return Finding{Gravity::error, here.number,
-                           QStringLiteral("\"%1\"; expected %2").arg(text, numbers_text(columns))};
+        if (here.kind == LineKind::numbers && here.count != columns &&
+            !is_count_between(rows, line))
+            return damage(QStringLiteral(" is ") + numbers_text(here.count));
+        if (here.kind == LineKind::text && touches && is_spoilt_row(rows, line, columns))
+            return damage(QString());
     }
     return std::nullopt;
+}
+
+std::optional<Finding> lost_row(const Rows& rows, std::size_t first, std::size_t last, int known) {
+    const int columns = rows.lines[last].count;
+    double least = rows.value(last, 0);
+    double greatest = least;
+    for (std::size_t line = first; line < last; ++line) {
+        if (rows.is_numbers(line) && rows.lines[line].count == columns) {
+            least = std::min(least, rows.value(line, 0));
+            greatest = std::max(greatest, rows.value(line, 0));
+        }
+    }
+    const auto finding = [&](std::size_t line) -> std::optional<Finding> {
+        const Line& here = rows.lines[line];
+        // Four or five numbers above the rows are the extents of a grid.
+        if (here.kind != LineKind::numbers || here.remark || here.count == columns ||
+            (columns < 4 && here.count > 3 && line < first))
+            return std::nullopt;
+        const double x = rows.value(line, 0);
+        const double margin = 0.1 * (greatest - least);
+        if (!(x >= least - margin && x <= greatest + margin))
+            return std::nullopt;
+        const bool is_count = line < first && x >= 2.0 && are_whole(rows, line);
+        return Finding{is_count ? Gravity::doubt : Gravity::error, here.number,
+                       QStringLiteral("\"%1\" is %2; expected %3 as in the rows beside it")
+                           .arg(shown(rows.line_text(line)), numbers_text(here.count))
+                           .arg(columns)};
+    };
+    std::optional<Finding> lost;
+    if (known == 0 && first > 0 && !rows.lines[first].after_gap)
+        lost = finding(first - 1);
+    if (!lost && last + 1 < rows.lines.size() && !rows.lines[last + 1].after_gap)
+        lost = finding(last + 1);
+    return lost;
 }
 
 QString title_of(const Rows& rows, std::size_t first_row, bool second_line) {

@@ -24,9 +24,15 @@ Head head_of(const Rows& rows, const std::vector<Group>& groups, std::size_t gro
 /// The words above a table, in lower case, at most 1,000 characters.
 QByteArray words_above(const Rows& rows, std::size_t line);
 
-/// The first of the lines [@p first, @p last) that was to be a row of a table and cannot be
-/// read: with a damaged number, or with more or fewer numbers than its neighbours.
+/// The first of the lines from @p first to @p last, or right beside them, that was to be a row
+/// of a table and cannot be read: with a damaged number, or with more or fewer numbers than its
+/// neighbours.
 std::optional<Finding> damage_in(const Rows& rows, std::size_t first, std::size_t last);
+
+/// A row right before or behind the rows [@p first, @p last] of a table with more or fewer
+/// numbers than they have, whose first one could be their x: an error, or a doubt where it may
+/// be a count. The last @p known lines before the rows are understood.
+std::optional<Finding> lost_row(const Rows& rows, std::size_t first, std::size_t last, int known);
 
 /// Whether all numbers of a line are whole ones.
 bool are_whole(const Rows& rows, std::size_t line);

@@ -37,12 +37,25 @@ std::optional<Reading> read_by_y(const Sheet& sheet, Trace trace) {
     return reading;
 }
 
-// Two rows at the trailing edge are its two corners; a single one ends both sides.
-bool has_two_corners(const Sheet& sheet, int edge) {
-    const double width = range_of(sheet, 0).width();
-    return edge + 1 < sheet.rows() &&
-           std::abs(sheet.at(edge + 1, 0) - sheet.at(edge, 0)) <= 1e-3 * width &&
-           sheet.at(edge + 1, 1) != sheet.at(edge, 1);
+// Where the trailing edge ends the first side and begins the second one.
+struct Edge {
+    int end;
+    int begin;
+};
+
+// Two rows at the trailing edge are its two corners if they lie closer together than the rows
+// beside them; a single row ends both sides.
+Edge edge_of(const Sheet& sheet, int rightmost) {
+    const auto step = [&](int row) { return std::abs(sheet.at(row, 0) - sheet.at(row - 1, 0)); };
+    const auto are_corners = [&](int row) {
+        return row > 1 && row + 1 < sheet.rows() && step(row) <= 0.2 * step(row - 1) &&
+               step(row) <= 0.2 * step(row + 1) && sheet.at(row, 1) != sheet.at(row - 1, 1);
+    };
+    if (are_corners(rightmost + 1))
+        return {rightmost, rightmost + 1};
+    if (are_corners(rightmost))
+        return {rightmost - 1, rightmost};
+    return {rightmost, rightmost};
 }
 
 } // namespace
@@ -58,10 +71,10 @@ std::optional<Reading> read_loop(const Question& question) {
     if (!is_loop(question.course, true))
         return std::nullopt;
     const Sheet& sheet = question.sheet;
-    const int edge = question.course.runs[0].last;
-    const int start = has_two_corners(sheet, edge) ? edge + 1 : edge;
+    const Edge edge = edge_of(sheet, question.course.runs[0].last);
     auto reading = read_by_y(sheet, [&](int y) {
-        return joined(side_of(sheet, start, sheet.rows() - 1, 1, y), side_of(sheet, 0, edge, 1, y));
+        return joined(side_of(sheet, edge.begin, sheet.rows() - 1, 1, y),
+                      side_of(sheet, 0, edge.end, 1, y));
     });
     if (reading)
         reading->findings.append(

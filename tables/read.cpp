@@ -69,10 +69,14 @@ void refuse(Table& table, int line, const QString& text) {
 }
 
 void take(const Rows& rows, Success section, bool several, Table& table) {
-    const std::size_t begin = section.first > 0 ? section.first - 1 : 0;
-    if (const auto damage = damage_in(rows, begin, section.last + 2)) {
+    if (const auto damage = damage_in(rows, section.first, section.last)) {
         table.findings.append(*damage);
         return;
+    }
+    if (const auto lost = lost_row(rows, section.first, section.last, section.reading.heads)) {
+        table.findings.append(*lost);
+        if (lost->gravity == Gravity::error)
+            return;
     }
     tell_rest(rows, section, 0, section.heads.empty() ? section.first : section.heads.front(),
               QStringLiteral("before"), several, table.findings);
