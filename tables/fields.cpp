@@ -70,7 +70,7 @@ bool begins_like_number(QByteArrayView field) {
         field = field.sliced(1);
     if (field.isEmpty())
         return false;
-    if (is_digit(field.front()) || field.front() == '.')
+    if (is_digit(field.front()) || field.front() == '.' || field.front() == ',')
         return true;
     return field.size() > 1 && is_one_of(field.front(), "OolI?") && is_one_of(field[1], ".,");
 }

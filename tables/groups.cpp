@@ -27,10 +27,13 @@ bool is_row(const Rows& rows, std::size_t line) {
            rows.lines[line].count <= most_columns;
 }
 
-// Whether only words, marks and counts stand between two stretches of a table.
+// Whether only words, marks and counts stand between two stretches of a table, or one damaged
+// row.
 bool belongs_to(const Rows& rows, const Group& group, std::size_t next) {
     if (int(rows.lines[next].count) != group.columns)
         return false;
+    if (next == group.last + 1)
+        return true;
     for (std::size_t line = group.last; line < next; ++line) {
         if (rows.is_numbers(line) && int(rows.lines[line].count) != group.columns &&
             !are_whole(rows, line))
@@ -54,7 +57,7 @@ bool is_spoilt_row(const Rows& rows, std::size_t line, int columns) {
     const QByteArrayView text = rows.line_text(line).trimmed();
     if (is_comment(text) || text.size() > 200)
         return false;
-    if (is_digit(text.front()) || QByteArrayView("+-.").contains(text.front()))
+    if (is_digit(text.front()) || QByteArrayView("+-.,").contains(text.front()))
         return true;
     int fields = 0;
     bool decimal = false;
@@ -235,10 +238,12 @@ std::optional<Finding> lost_row(const Rows& rows, std::size_t first, std::size_t
             (columns < 4 && here.count > 3 && line < first))
             return std::nullopt;
         const double x = rows.value(line, 0);
-        const double margin = 0.1 * (greatest - least);
+        const double margin = (line < first ? 0.1 : 0.5) * (greatest - least);
         if (!(x >= least - margin && x <= greatest + margin))
             return std::nullopt;
-        const bool is_count = line < first && x >= 2.0 && are_whole(rows, line);
+        const double all = double(last - first + 1);
+        const bool is_count = line < first && x >= 2.0 && are_whole(rows, line) &&
+                              (std::abs(x - all) <= 2.0 || std::abs(2.0 * x - all) <= 2.0);
         return Finding{is_count ? Gravity::doubt : Gravity::error, here.number,
                        QStringLiteral("\"%1\" is %2; expected %3 as in the rows beside it")
                            .arg(shown(rows.line_text(line)), numbers_text(here.count))

@@ -42,6 +42,7 @@ void tst_refusals::refused_data() {
     row("first row a number short", "1.0\n" + finer, 1, "1 number");
     row("last row a number short", finer + "1.0\n", 8, "1 number");
     row("first row a number more", "0.96 0 0\n" + finer, 1, "3 numbers");
+    row("leading comma", "1,0 0,0\n,5,5 ,06\n,1 ,05\n0 0\n,1 -,03\n,5 -,02\n1 0\n", 2, ",5,5");
     row("five points", "1 0\n0.5 0.06\n0 0\n0.5 -0.02\n1 0\n", 1, "expected");
     row("pressures", "1 .2\n.5 -.9\n.1 -1.2\n0 1\n.1 -.3\n.5 -.1\n1 .2\n", 1, "y runs");
     row("part of a chord", "1 0\n.95 .004\n.9 .005\n.85 .003\n.9 -.004\n.95 -.003\n1 0\n", 1,
