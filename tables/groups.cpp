@@ -84,12 +84,15 @@ bool is_date(QByteArrayView text) {
            is_part(parts[2], 2, 4);
 }
 
-// Whether a line of whole numbers between two rows is a count: x begins anew behind it.
+// Whether a line of whole numbers between two rows is a count: x begins anew behind it, and it is
+// no x of a trailing edge itself.
 bool is_count_between(const Rows& rows, std::size_t line) {
     const double before = rows.value(line - 1, 0);
     const double behind = rows.value(line + 1, 0);
-    return are_whole(rows, line) && rows.value(line, 0) >= 2.0 &&
-           std::abs(before - behind) > 0.7 * std::max(std::abs(before), std::abs(behind));
+    const double edge = std::max(std::abs(before), std::abs(behind));
+    const double count = rows.value(line, 0);
+    return are_whole(rows, line) && count >= 2.0 && std::abs(before - behind) > 0.7 * edge &&
+           std::abs(count - edge) > 0.1 * edge;
 }
 
 QString numbers_text(int count) {
@@ -250,7 +253,9 @@ std::optional<Finding> lost_row(const Rows& rows, std::size_t first, std::size_t
                            .arg(columns)};
     };
     std::optional<Finding> lost;
-    if (known == 0 && first > 0 && !rows.lines[first].after_gap)
+    const bool touches = first > 0 && (!rows.lines[first].after_gap ||
+                                       (columns > 2 && rows.lines[first - 1].count > 1));
+    if (known == 0 && touches)
         lost = finding(first - 1);
     if (!lost && last + 1 < rows.lines.size() && !rows.lines[last + 1].after_gap)
         lost = finding(last + 1);
