@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Rows that stand out from the smooth line through their neighbours.
 #include "sections/shape_p.h"
+#include "tables/cubic.h"
 
 #include <algorithm>
 #include <array>
@@ -14,62 +15,32 @@ double length(QPointF a) {
     return std::hypot(a.x(), a.y());
 }
 
-using Four = std::array<QPointF, 4>;
-
-// The cubic through four points whose parameter is the length of the straight lines.
-class Cubic {
-public:
-    explicit Cubic(const Four& through) : points(through) {
-        for (std::size_t i = 1; i < points.size(); ++i)
-            knots[i] = knots[i - 1] + length(points[i] - points[i - 1]);
-    }
-
-    QPointF at(double t) const {
-        QPointF sum;
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            double weight = 1.0;
-            for (std::size_t j = 0; j < points.size(); ++j) {
-                if (j != i)
-                    weight *= (t - knots[j]) / (knots[i] - knots[j]);
+// The nearest point of a curve to q between two parameters.
+QPointF nearest_point(const tables::Cubic& cubic, QPointF q, double begin, double end) {
+    constexpr int steps = 16;
+    QPointF best = cubic.at(begin);
+    // Each round looks between the neighbours of the best sample of the one before.
+    for (int round = 0; round < 4; ++round) {
+        const double step = (end - begin) / steps;
+        int nearest = 0;
+        for (int i = 0; i <= steps; ++i) {
+            const QPointF sample = cubic.at(begin + i * step);
+            if (length(sample - q) < length(best - q)) {
+                best = sample;
+                nearest = i;
             }
-            sum += points[i] * weight;
         }
-        return sum;
+        const double middle = begin + nearest * step;
+        begin = std::max(begin, middle - step);
+        end = std::min(end, middle + step);
     }
-
-    // The nearest point to q between two of the four.
-    QPointF nearest(QPointF q, std::size_t from, std::size_t to) const {
-        constexpr int steps = 16;
-        double begin = knots[from];
-        double end = knots[to];
-        QPointF best = at(begin);
-        // Each round looks between the neighbours of the best sample of the one before.
-        for (int round = 0; round < 4; ++round) {
-            const double step = (end - begin) / steps;
-            int nearest = 0;
-            for (int i = 0; i <= steps; ++i) {
-                const QPointF sample = at(begin + i * step);
-                if (length(sample - q) < length(best - q)) {
-                    best = sample;
-                    nearest = i;
-                }
-            }
-            const double middle = begin + nearest * step;
-            begin = std::max(begin, middle - step);
-            end = std::min(end, middle + step);
-        }
-        return best;
-    }
-
-private:
-    Four points;
-    std::array<double, 4> knots = {};
-};
+    return best;
+}
 
 // The point that the four rows nearest to a row suggest for it, without the row itself and without
 // another one: two on each side, or more on one side at an end of the outline.
 QPointF suggested(const OutlineRows& rows, std::size_t row, std::size_t without) {
-    Four around;
+    std::array<QPointF, 4> around;
     std::size_t before = 0;
     std::size_t i = row;
     std::array<std::size_t, 4> chosen = {};
@@ -93,7 +64,8 @@ QPointF suggested(const OutlineRows& rows, std::size_t row, std::size_t without)
     std::sort(chosen.begin(), chosen.end());
     for (std::size_t k = 0; k < chosen.size(); ++k)
         around[k] = rows[chosen[k]].point;
-    return Cubic(around).nearest(rows[row].point, before - 1, before);
+    const tables::Cubic cubic(around);
+    return nearest_point(cubic, rows[row].point, cubic.knot(before - 1), cubic.knot(before));
 }
 
 double distance_from(const OutlineRows& rows, std::size_t row, std::size_t without) {

@@ -240,9 +240,25 @@ std::optional<Format> format_from_name(const QString& name) {
     return Format(index);
 }
 
+bool has_error(const QList<Finding>& findings) {
+    return std::any_of(findings.begin(), findings.end(),
+                       [](const Finding& finding) { return finding.gravity == Gravity::error; });
+}
+
 bool Written::ok() const {
-    return std::none_of(findings.begin(), findings.end(),
-                        [](const Finding& finding) { return finding.gravity == Gravity::error; });
+    return !has_error(findings);
+}
+
+Table arranged(Table table, const WriteOptions& options) {
+    if (options.openings)
+        table.openings = options.openings;
+    if (options.close_gap)
+        table = with_closed_gap(std::move(table));
+    if (options.normalize)
+        table = normalized(std::move(table));
+    if (options.reverse)
+        table = reversed(std::move(table));
+    return table;
 }
 
 Written write(const Table& table, Format format, const WriteOptions& options) {
@@ -265,18 +281,11 @@ Written write(const Table& table, Format format, const WriteOptions& options) {
         }))
         return {{}, {refusal(QStringLiteral("a point is not finite"))}};
 
-    Table arranged = table;
-    arranged.findings.clear();
-    if (options.openings)
-        arranged.openings = options.openings;
-    if (options.close_gap)
-        arranged = with_closed_gap(std::move(arranged));
-    if (options.normalize)
-        arranged = normalized(std::move(arranged));
-    if (options.reverse)
-        arranged = reversed(std::move(arranged));
-    Written written = write_arranged(arranged, format, options.decimals);
-    written.findings = arranged.findings + written.findings;
+    Table ready = table;
+    ready.findings.clear();
+    ready = arranged(std::move(ready), options);
+    Written written = write_arranged(ready, format, options.decimals);
+    written.findings = ready.findings + written.findings;
     if (!written.ok())
         written.bytes.clear();
     return written;

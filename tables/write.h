@@ -56,6 +56,10 @@ struct WriteOptions {
     int decimals = 8;                 ///< 1 to 15
 };
 
+/// @p table with the openings of the options, after their steps; the notes of the steps are added
+/// to its findings. write() does the same.
+Table arranged(Table table, const WriteOptions& options);
+
 /// What was made of a table.
 struct Written {
     QByteArray bytes;        ///< Empty after an error.

@@ -24,6 +24,9 @@ QByteArray safe_title_line(const QString& title);
 /// A note where neither side is the higher one.
 QList<Finding> notes_on_sides(const QPolygonF& outline);
 
+/// Whether one of them is an error.
+bool has_error(const QList<Finding>& findings);
+
 /// An error about the whole table.
 Finding refusal(const QString& text);
 

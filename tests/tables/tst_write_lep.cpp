@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cmath>
 
 using tables::Openings;
 using tables::Table;
@@ -14,15 +15,16 @@ using tables::Written;
 
 namespace {
 
-const QPolygonF section = {{1.0, 0.0},   {0.5, 0.1},    {0.1, 0.05}, {0.0, 0.0},
-                           {0.3, -0.03}, {0.5, -0.045}, {1.0, 0.0}};
+// The lower side is straight from the nose to x = 0.7.
+const QPolygonF section = {{1.0, 0.0},   {0.5, 0.1},   {0.1, 0.05},  {0.0, 0.0}, {0.1, -0.01},
+                           {0.3, -0.03}, {0.5, -0.05}, {0.7, -0.07}, {1.0, 0.0}};
 
 // As many points as told, an odd number, round an ellipse.
 QPolygonF ellipse(int count) {
     QPolygonF points;
     for (int i = 0; i < count; ++i) {
         const double t = 2.0 * i / (count - 1) - 1.0;
-        points << QPointF(t * t, (t < 0.0 ? -0.2 : 0.1) * t * (1.0 - t * t));
+        points << QPointF(t * t, -0.1 * t * (1.0 - t * t));
     }
     return points;
 }
@@ -57,6 +59,7 @@ private slots:
     void refused_data();
     void refused();
     void turned_into_the_frame();
+    void openings_lie_on_the_curve();
     void most_rows();
 };
 
@@ -66,22 +69,22 @@ void tst_write_lep::rows_data() {
     QTest::addColumn<QByteArray>("counts");
     QTest::addColumn<QByteArray>("lower"); // rows behind the nose
 
+    const QByteArray row_10 = " 0.100 -0.010\n";
     const QByteArray row_30 = " 0.300 -0.030\n";
-    const QByteArray row_50 = " 0.500 -0.045\n";
-    const QByteArray end = " 1.000  0.000\n";
+    const QByteArray end = " 0.500 -0.050\n 0.700 -0.070\n 1.000  0.000\n";
     const auto row = [](const char* name, double start, double stop, const char* counts,
                         const QByteArray& lower) {
         QTest::newRow(name) << start << stop << QByteArray(counts) << lower;
     };
-    row("at rows", 30.0, 50.0, "7\n5\n2\n2\n", row_30 + row_50 + end);
-    row("between rows", 15.0, 40.0, "9\n5\n3\n3\n",
-        " 0.150 -0.015\n" + row_30 + " 0.400 -0.037\n" + row_50 + end);
-    row("one at a row", 15.0, 30.0, "8\n5\n2\n3\n", " 0.150 -0.015\n" + row_30 + row_50 + end);
-    row("within half a digit of a row", 29.96, 50.04, "7\n5\n2\n2\n", row_30 + row_50 + end);
-    row("from the nose", 0.0, 30.0, "7\n4\n2\n3\n", row_30 + row_50 + end);
-    row("closed", 0.0, 0.0, "7\n4\n1\n4\n", row_30 + row_50 + end);
-    row("of no width", 30.0, 30.0, "7\n5\n1\n3\n", row_30 + row_50 + end);
-    row("to the trailing edge", 50.0, 100.0, "7\n6\n2\n1\n", row_30 + row_50 + end);
+    row("at rows", 10.0, 50.0, "9\n5\n3\n3\n", row_10 + row_30 + end);
+    row("between rows", 15.0, 40.0, "11\n6\n3\n4\n",
+        row_10 + " 0.150 -0.015\n" + row_30 + " 0.400 -0.040\n" + end);
+    row("one at a row", 15.0, 30.0, "10\n6\n2\n4\n", row_10 + " 0.150 -0.015\n" + row_30 + end);
+    row("within half a digit of a row", 29.96, 50.04, "9\n6\n2\n3\n", row_10 + row_30 + end);
+    row("from the nose", 0.0, 30.0, "9\n4\n3\n4\n", row_10 + row_30 + end);
+    row("closed", 0.0, 0.0, "9\n4\n1\n6\n", row_10 + row_30 + end);
+    row("of no width", 30.0, 30.0, "9\n6\n1\n4\n", row_10 + row_30 + end);
+    row("to the trailing edge", 70.0, 100.0, "9\n8\n2\n1\n", row_10 + row_30 + end);
 }
 
 void tst_write_lep::rows() {
@@ -150,12 +153,27 @@ void tst_write_lep::turned_into_the_frame() {
     QCOMPARE(write(table_of(open, Openings{30.0, 50.0})).findings.size(), 2);
 }
 
+// The row put in lies on the section that the rows come from. Straight lines are 5e-5 off it.
+void tst_write_lep::openings_lie_on_the_curve() {
+    const QPolygonF points = ellipse(121);
+    for (const double station : {0.5, 1.0, 2.5, 20.0, 60.0}) {
+        const QByteArrayList lines =
+            write(table_of(points, Openings{station, station}), 9).bytes.split('\n');
+        const int row = lines[2].toInt();
+        const QByteArrayList numbers = lines[4 + row].simplified().split(' ');
+        QCOMPARE(numbers[0].toDouble(), station / 100.0);
+        const double t = std::sqrt(station / 100.0);
+        const double y = 0.1 * t * (1.0 - t * t);
+        QVERIFY2(std::abs(numbers[1].toDouble() + y) < 5e-6, numbers[1].constData());
+    }
+}
+
 void tst_write_lep::most_rows() {
     QVERIFY(write(table_of(ellipse(499), Openings{0.0, 0.0})).ok());
     const Written written = write(table_of(ellipse(499), Openings{1.23456, 4.56789}), 8);
     QVERIFY(!written.ok());
     QCOMPARE(written.findings.last().text,
-             QStringLiteral("501 rows; a profile has at most 500, expected --points"));
+             QStringLiteral("501 rows; a profile has at most 500, expected --lep-points U,I,L"));
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_write_lep)
