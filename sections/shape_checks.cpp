@@ -65,8 +65,11 @@ std::vector<std::size_t> rows_without_height(const OutlineRows& rows) {
 }
 
 std::vector<std::size_t> rows_running_back(const OutlineRows& rows) {
+    constexpr std::size_t least_rows = 6;
     constexpr double least_step = 1e-5;
     std::vector<std::size_t> found;
+    if (rows.size() < least_rows)
+        return found;
     const std::size_t nose = nose_of(rows);
     const auto is_out_of_order = [&](std::size_t i) {
         const double x = rows[i].point.x();
@@ -81,8 +84,8 @@ std::vector<std::size_t> rows_running_back(const OutlineRows& rows) {
             continue;
         // Where two neighbours are out of order, leaving out either one mends it.
         const bool is_pair = i + 2 < rows.size() && is_out_of_order(i + 1);
-        const bool is_second =
-            is_pair && distance_from_neighbours(rows, i) < distance_from_neighbours(rows, i + 1);
+        const bool is_second = is_pair && distance_from_neighbours(rows, i, i + 1) <
+                                              distance_from_neighbours(rows, i + 1, i);
         found.push_back(is_second ? i + 1 : i);
         i += is_pair ? 1 : 0;
     }

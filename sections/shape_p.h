@@ -31,8 +31,8 @@ struct Spike {
 };
 
 /// How far a row lies off the smooth line through the four rows nearest to it, two on each side
-/// where there are. At least 5 rows.
-double distance_from_neighbours(const OutlineRows& rows, std::size_t row);
+/// where there are, of which the row @p without is none. At least 6 rows.
+double distance_from_neighbours(const OutlineRows& rows, std::size_t row, std::size_t without);
 
 /// The rows without which the rows around them are far smoother.
 std::vector<Spike> spikes(const OutlineRows& rows);
@@ -41,7 +41,7 @@ std::vector<Spike> spikes(const OutlineRows& rows);
 std::vector<std::size_t> rows_without_height(const OutlineRows& rows);
 
 /// The rows whose x lies not between those of their neighbours, which go on. Of two neighbours of
-/// which either one may be wrong, the one farther off its neighbours.
+/// which either one may be wrong, the one without which the other one fits better.
 std::vector<std::size_t> rows_running_back(const OutlineRows& rows);
 
 /// The row at which x turns a second time by more than 2 % of the width, after the nose.

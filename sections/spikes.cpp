@@ -68,14 +68,10 @@ QPointF suggested(const OutlineRows& rows, std::size_t row, std::size_t without)
     return nearest_point(cubic, rows[row].point, cubic.knot(before - 1), cubic.knot(before));
 }
 
-double distance_from(const OutlineRows& rows, std::size_t row, std::size_t without) {
-    return length(rows[row].point - suggested(rows, row, without));
-}
-
 } // namespace
 
-double distance_from_neighbours(const OutlineRows& rows, std::size_t row) {
-    return distance_from(rows, row, row);
+double distance_from_neighbours(const OutlineRows& rows, std::size_t row, std::size_t without) {
+    return length(rows[row].point - suggested(rows, row, without));
 }
 
 std::vector<Spike> spikes(const OutlineRows& rows) {
@@ -99,7 +95,7 @@ std::vector<Spike> spikes(const OutlineRows& rows) {
         for (std::size_t other = row > 2 ? row - 2 : 1; other <= std::min(row + 2, last - 1);
              ++other) {
             if (other != row)
-                roughness = std::max(roughness, distance_from(rows, other, row));
+                roughness = std::max(roughness, distance_from_neighbours(rows, other, row));
         }
         if (distance > telling_ratio * roughness)
             found.push_back({row, distance, expected});

@@ -106,6 +106,16 @@ void tst_shape::sound_data() {
     QTest::newRow("three decimals") << table_of(rounded(section(20), 1e-3));
     QTest::newRow("four decimals") << table_of(rounded(section(80), 1e-4));
     QTest::newRow("17 stations") << table_of(rounded(section(17), 1e-4));
+    // Rows at wide gaps lie off what the close ones around them suggest.
+    QTest::newRow("close rows and wide gaps") << [] {
+        QPolygonF points;
+        for (const double x : {1.0, 0.997, 0.987, 0.938, 0.891, 0.668, 0.622, 0.384, 0.293, 0.139,
+                               0.057, 0.038, 0.011, 0.003, 0.0})
+            points << QPointF(x, 4.0 * camber(x) + 0.4 * thickness(x));
+        for (const double x : {0.002, 0.011, 0.334, 0.39, 0.448, 0.786, 0.986, 0.996, 1.0})
+            points << QPointF(x, 4.0 * camber(x) - 0.4 * thickness(x));
+        return table_of(points);
+    }();
     QTest::newRow("a diamond") << table_of(
         {{1.0, 0.0}, {0.5, 0.05}, {0.0, 0.0}, {0.25, -0.025}, {0.5, -0.05}, {1.0, 0.0}});
     QTest::newRow("flap") << [] {
@@ -175,9 +185,12 @@ void tst_shape::found_data() {
     row("digit of x", with(plain, 45, {plain[45].x() + 0.1, plain[45].y()}),
         {QStringLiteral("doubt 46: x = 0.6 is not between those of its neighbours, 0.4477 and "
                         "0.5523")});
+    row("digit of x, behind the row before", with(plain, 46, {0.46, plain[46].y()}),
+        {QStringLiteral("doubt 47: x = 0.46 is not between those of its neighbours, 0.5 and "
+                        "0.604")});
     row("rows exchanged", with(with(plain, 45, plain[46]), 46, plain[45]),
-        {QStringLiteral("doubt 46: x = 0.5523 is not between those of its neighbours, 0.4477 and "
-                        "0.5")});
+        {QStringLiteral("doubt 47: x = 0.5 is not between those of its neighbours, 0.5523 and "
+                        "0.604")});
     row("row behind the outline", with_inserted(plain, 61, {0.0, 0.0}),
         {QStringLiteral("doubt 62: 0 0 lies behind the end of the outline")});
     row("last row in percent", with(plain, 60, {100.0, 0.0}),
@@ -188,7 +201,16 @@ void tst_shape::found_data() {
                         "x = 0.9973")});
     row("ends apart", with(plain, 60, {1.0, -0.04}),
         {QStringLiteral("doubt 61: the ends are 0.04 apart")});
-    row("upper end missing", plain.mid(4), {QStringLiteral("doubt 57: the ends are 0.0443878 apart")});
+    row("upper end missing", plain.mid(4),
+        {QStringLiteral("doubt 57: the ends are 0.0443878 apart")});
+    row("upper end missing, thick section",
+        [&] {
+            QPolygonF thick = plain.mid(4);
+            for (QPointF& point : thick)
+                point.ry() *= 2.0;
+            return thick;
+        }(),
+        {QStringLiteral("doubt 57: the ends are 0.0477745 apart")});
     row("second run", plain + plain,
         {QStringLiteral("note 62: repeats line 61"),
          QStringLiteral("error 65: x turns again at 0.9755; expected one nose")});
@@ -261,6 +283,8 @@ void tst_shape::awkward_data() {
                                           {0.4, 0.0},
                                           {0.3, 0.0},
                                           {0.0, 0.0}});
+    QTest::newRow("five places, out of order") << table_of(
+        {{1.0, 0.0}, {0.0, 0.0}, {0.5, 0.0}, {0.5, 0.0}, {0.3, 0.0}, {0.8, 0.0}, {0.8, 0.0}});
     QPolygonF turning;
     for (int i = 0; i < 1000; ++i)
         turning << QPointF(i % 2, i % 3);
