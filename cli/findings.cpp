@@ -51,12 +51,4 @@ bool has_doubt(const QList<tables::Finding>& findings) {
     });
 }
 
-QString first_error(const QList<tables::Finding>& findings) {
-    for (const tables::Finding& finding : findings) {
-        if (finding.gravity == tables::Gravity::error)
-            return finding.text;
-    }
-    return {};
-}
-
 } // namespace cli

@@ -6,7 +6,6 @@
 
 #include <QJsonArray>
 #include <QList>
-#include <QString>
 
 #include <string>
 
@@ -21,8 +20,5 @@ QJsonArray finding_array(const QList<tables::Finding>& findings);
 
 /// Whether one of the findings is a doubt.
 bool has_doubt(const QList<tables::Finding>& findings);
-
-/// The text of the first error, empty for none.
-QString first_error(const QList<tables::Finding>& findings);
 
 } // namespace cli

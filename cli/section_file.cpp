@@ -1,27 +1,14 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "cli/section_file.h"
 
-#include "cli/findings.h"
+#include "cli/formats.h"
+#include "document/splinebytes.h"
 
 namespace cli {
 
-std::string name_of(Verdict verdict) {
-    switch (verdict) {
-    case Verdict::ok:
-        return "ok";
-    case Verdict::convert:
-        return "convert";
-    case Verdict::ask:
-        return "ask";
-    case Verdict::bad:
-        return "bad";
-    }
-    return {};
-}
-
 namespace {
 
-QString name_of(tables::Kind kind) {
+QString kind_name(tables::Kind kind) {
     switch (kind) {
     case tables::Kind::section:
         return QStringLiteral("section");
@@ -33,23 +20,35 @@ QString name_of(tables::Kind kind) {
     return {};
 }
 
+SectionFile spline_file(const QByteArray& bytes) {
+    SectionFile file;
+    file.judgement = sections::judge_spline(bytes);
+    file.layout = QString::fromLatin1(spline_format);
+    if (file.judgement.verdict == sections::Verdict::bad)
+        return file;
+    ParaStruct record;
+    read_spline_bytes(bytes, record);
+    file.kind = kind_name(tables::Kind::section);
+    file.points = record.spline.point_count();
+    file.openings = tables::Openings{record.spline.startVent, record.spline.endVent};
+    return file;
+}
+
 } // namespace
 
 SectionFile read_section_file(const QByteArray& bytes, const tables::ReadOptions& options) {
+    if (sections::is_spline_file(bytes))
+        return spline_file(bytes);
     const tables::Table table = tables::read(bytes, options);
     SectionFile file;
+    file.judgement = sections::judge_table(bytes, table);
     file.layout = table.layout;
-    file.findings = table.findings;
     file.candidates = table.candidates;
-    if (!table.readable()) {
-        file.verdict = table.candidates.isEmpty() ? Verdict::bad : Verdict::ask;
-        file.reason = first_error(file.findings);
+    if (!table.readable())
         return file;
-    }
-    file.kind = name_of(table.kind);
+    file.kind = kind_name(table.kind);
     file.points = int(table.points.size());
     file.openings = table.openings;
-    file.verdict = Verdict::ok;
     return file;
 }
 

@@ -4,6 +4,7 @@
 #include "cli/section_file.h"
 #include "cli/shown.h"
 #include "cli/verb.h"
+#include "sections/verdict.h"
 
 #include <QJsonArray>
 
@@ -13,7 +14,13 @@ namespace cli {
 
 namespace {
 
+using sections::Verdict;
+
 constexpr int reason_width = 40;
+
+std::string name_of(Verdict verdict) {
+    return sections::verdict_name(verdict).toStdString();
+}
 
 // A text in one column; the whole one stands below.
 std::string shortened(const std::string& text) {
@@ -36,8 +43,8 @@ public:
 
     Outcome unreadable(const Source& source, const std::string& error) const override {
         SectionFile file;
-        file.findings = {{tables::Gravity::error, 0, QString::fromStdString(error)}};
-        file.reason = QString::fromStdString(error);
+        file.judgement.reason = QString::fromStdString(error);
+        file.judgement.findings = {{tables::Gravity::error, 0, file.judgement.reason}};
         return outcome_of(source, file);
     }
 
@@ -62,14 +69,15 @@ public:
 
 private:
     Outcome outcome_of(const Source& source, const SectionFile& file) const {
-        const bool is_doubtful = has_doubt(file.findings);
-        const std::string verdict = name_of(file.verdict);
-        const std::string reason = shown(file.reason);
+        const sections::Judgement& judged = file.judgement;
+        const bool is_doubtful = has_doubt(judged.findings);
+        const std::string verdict = name_of(judged.verdict);
+        const std::string reason = shown(judged.reason);
         Outcome outcome;
         outcome.summary_key = verdict;
-        outcome.failed = is_doubtful || file.verdict == Verdict::ask ||
-                         file.verdict == Verdict::bad ||
-                         (options.strict && file.verdict == Verdict::convert);
+        outcome.failed = is_doubtful || judged.verdict == Verdict::ask ||
+                         judged.verdict == Verdict::bad ||
+                         (options.strict && judged.verdict == Verdict::convert);
         outcome.text = column(verdict, 8) + column(shown(file.layout), 12) +
                        right_column(std::to_string(file.points), 5) + "  ";
         // On a narrow terminal the reason has lines of its own.
@@ -79,7 +87,7 @@ private:
             outcome.text += source.name + "\n" + wrapped(reason, options.width, 8);
         else
             outcome.text += column(shortened(reason), reason_width) + "  " + source.name + "\n";
-        outcome.text += finding_lines(source.name, file.findings);
+        outcome.text += finding_lines(source.name, judged.findings);
         outcome.json = json_of(file);
         outcome.json.insert(QStringLiteral("doubtful"), is_doubtful);
         return outcome;
@@ -87,13 +95,13 @@ private:
 
     static QJsonObject json_of(const SectionFile& file) {
         QJsonObject object = {
-            {QStringLiteral("verdict"), QString::fromStdString(name_of(file.verdict))},
+            {QStringLiteral("verdict"), QString::fromStdString(name_of(file.judgement.verdict))},
             {QStringLiteral("layout"), file.layout},
             {QStringLiteral("kind"), file.kind},
             {QStringLiteral("points"), file.points},
-            {QStringLiteral("reason"), file.reason},
+            {QStringLiteral("reason"), file.judgement.reason},
             {QStringLiteral("candidates"), QJsonArray::fromStringList(file.candidates)},
-            {QStringLiteral("findings"), finding_array(file.findings)}};
+            {QStringLiteral("findings"), finding_array(file.judgement.findings)}};
         if (file.openings)
             object.insert(QStringLiteral("openings"),
                           QJsonArray{file.openings->start, file.openings->end});

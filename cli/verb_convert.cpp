@@ -3,7 +3,10 @@
 #include "cli/findings.h"
 #include "cli/formats.h"
 #include "cli/shown.h"
+#include "cli/spline_table.h"
 #include "cli/verb.h"
+#include "sections/shape.h"
+#include "sections/verdict.h"
 #include "tables/table.h"
 #include "tables/write.h"
 
@@ -36,38 +39,76 @@ public:
     std::string ending() const override { return ending_of_format(chosen.name); }
 
     Outcome process(const Source& source) const override {
+        const Reading read = reading_of(source.bytes);
+        QList<tables::Finding> findings = read.table.findings;
         Outcome outcome;
-        tables::Table table = tables::read(source.bytes, reading);
-        QList<tables::Finding> findings = table.findings;
-        if (table.readable())
-            outcome.output = converted(source, table, findings);
+        if (read.table.readable())
+            outcome.output = converted(source, read, findings);
         outcome.failed = !outcome.output || has_doubt(findings);
         outcome.notes = finding_lines(source.name, findings);
-        outcome.json = {{QStringLiteral("layout"), table.layout},
-                        {QStringLiteral("points"), table.points.size()},
+        outcome.json = {{QStringLiteral("layout"), read.table.layout},
+                        {QStringLiteral("points"), read.table.points.size()},
                         {QStringLiteral("findings"), finding_array(findings)}};
         if (!outcome.output)
             return outcome;
-        outcome.text = result_line(source, table);
+        outcome.text = result_line(source, read);
         outcome.json.insert(QStringLiteral("format"), QString::fromStdString(chosen.name));
         outcome.json.insert(QStringLiteral("output"), QString::fromStdString(shown(source.output)));
         if (shown(source.output) != source.output)
             outcome.json.insert(
                 QStringLiteral("output_hex"),
                 QString::fromLatin1(QByteArray::fromStdString(source.output).toHex()));
+        if (read.is_spline)
+            outcome.json.insert(QStringLiteral("off_curve"), read.off_curve);
         return outcome;
     }
 
 private:
-    // None where the findings say why.
-    std::optional<QByteArray> converted(const Source& source, tables::Table& table,
-                                        QList<tables::Finding>& findings) const {
-        const std::optional<tables::Format> format = table_format(chosen.name);
-        if (!format) {
-            findings.append({tables::Gravity::error, 0,
-                             QStringLiteral("a table; only spline files are written as splines")});
-            return std::nullopt;
+    // A file as a table, wherever its points come from.
+    struct Reading {
+        tables::Table table;
+        bool is_spline = false;
+        double off_curve = 0.0;
+    };
+
+    Reading reading_of(const QByteArray& bytes) const {
+        Reading read;
+        read.is_spline = sections::is_spline_file(bytes);
+        if (!read.is_spline) {
+            read.table = tables::read(bytes, reading);
+            if (read.table.readable())
+                read.table.findings += sections::shape_findings(read.table);
+            return read;
         }
+        const sections::Judgement judgement = sections::judge_spline(bytes);
+        if (judgement.verdict != sections::Verdict::bad) {
+            SplineTable spline = table_of_spline(bytes);
+            read.table = std::move(spline.table);
+            read.off_curve = spline.off_curve;
+            if (!spline.reason.isEmpty())
+                read.table.findings.append({tables::Gravity::error, 0, spline.reason});
+        }
+        read.table.layout = QString::fromLatin1(spline_format);
+        read.table.findings = judgement.findings + read.table.findings;
+        return read;
+    }
+
+    // None where the findings say why.
+    std::optional<QByteArray> converted(const Source& source, const Reading& read,
+                                        QList<tables::Finding>& findings) const {
+        const auto refuse = [&](const QString& reason) {
+            findings.append({tables::Gravity::error, 0, reason});
+            return std::nullopt;
+        };
+        const std::optional<tables::Format> format = table_format(chosen.name);
+        if (!format && !read.is_spline)
+            return refuse(QStringLiteral("a table; only spline files are written as spl"));
+        if (!format) {
+            if (options.reverse || options.close_gap || options.normalize)
+                return refuse(QStringLiteral("of a spline file only the openings can be changed"));
+            return writing.openings ? with_openings(source.bytes, *writing.openings) : source.bytes;
+        }
+        tables::Table table = read.table;
         if (table.title.isEmpty())
             table.title = QString::fromStdString(shown(title_of_name(source.input)));
         const tables::Written written = tables::write(table, *format, writing);
@@ -82,10 +123,14 @@ private:
         return name.substr(0, name.rfind('.'));
     }
 
-    std::string result_line(const Source& source, const tables::Table& table) const {
-        std::string line = column(table.layout.toStdString(), 16) + " " + column(chosen.name, 9) +
-                           right_column(std::to_string(table.points.size()), 6) + "  ";
-        return line + source.name + " -> " + shown(source.output) + "\n";
+    std::string result_line(const Source& source, const Reading& read) const {
+        std::string line = column(read.table.layout.toStdString(), 12) + column(chosen.name, 9) +
+                           right_column(std::to_string(read.table.points.size()), 5) + "  " +
+                           source.name + " -> " + shown(source.output) + "\n";
+        if (read.is_spline && chosen.name != spline_format)
+            line += "  straight lines between the points are off the curve by at most " +
+                    QByteArray::number(read.off_curve, 'e', 1).toStdString() + " chord\n";
+        return line;
     }
 
     const Options options;
