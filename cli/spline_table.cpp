@@ -4,37 +4,17 @@
 #include "document/frames.h"
 #include "document/splinebytes.h"
 #include "sections/curve.h"
-#include "sections/plane.h"
+#include "sections/resample.h"
 
 #include <QtEndian>
 
-#include <algorithm>
-#include <cmath>
+#include <optional>
 
 namespace cli {
 
 namespace {
 
-constexpr double flatness = 2e-5;
-
-double distance_from_line(QPointF p, QPointF a, QPointF b) {
-    const QPointF along = b - a;
-    const double length = sections::dot(along, along);
-    const double t =
-        length > 0.0 ? std::clamp(sections::dot(p - a, along) / length, 0.0, 1.0) : 0.0;
-    return sections::norm(p - a - t * along);
-}
-
-double greatest_distance(const QPolygonF& samples, const QPolygonF& lines) {
-    double greatest = 0.0;
-    for (const QPointF& sample : samples) {
-        double least = std::numeric_limits<double>::infinity();
-        for (qsizetype i = 1; i < lines.size(); ++i)
-            least = std::min(least, distance_from_line(sample, lines[i - 1], lines[i]));
-        greatest = std::max(greatest, least);
-    }
-    return greatest;
-}
+constexpr int point_count = 201;
 
 } // namespace
 
@@ -52,10 +32,13 @@ SplineTable table_of_spline(const QByteArray& bytes) {
     if (!result.reason.isEmpty())
         return result;
     result.table.layout = QStringLiteral("spl");
-    result.table.points = curve.curve.polyline(flatness);
+    const sections::Resampled resampled =
+        sections::resample(curve.curve, point_count, sections::Spacing::curvature);
+    result.reason = resampled.reason;
+    result.table.points = resampled.points;
+    result.off_curve = resampled.off;
     if (spline->startVent != 0.0 || spline->endVent != 0.0)
         result.table.openings = tables::Openings{spline->startVent, spline->endVent};
-    result.off_curve = greatest_distance(spline->make_SplinePoly(), result.table.points);
     return result;
 }
 

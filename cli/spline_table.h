@@ -12,13 +12,13 @@ namespace cli {
 /// Points on the curve of a spline.
 struct SplineTable {
     tables::Table table;    ///< In the window's frame, with the openings of the spline.
-    double off_curve = 0.0; ///< Greatest distance of the samples of the curve from the straight
-                            ///< lines between the points, fractions of the chord.
+    double off_curve = 0.0; ///< Greatest distance of the curve from the straight lines between
+                            ///< the points, fractions of the chord.
     QString reason;         ///< Why there are none; empty when there are.
 };
 
-/// The points of the curve of a spline file: as many as straight lines between them need to
-/// stay within 2e-5 chord of it, and all of its corners.
+/// 201 points on the curve of a spline file, close where it bends; its corners, its ends and its
+/// point of least x are among them.
 SplineTable table_of_spline(const QByteArray& bytes);
 
 /// @p bytes of a spline file, which are whole, with the openings @p openings and no other change.
