@@ -34,6 +34,7 @@ struct Options {
     bool close_gap = false;
     bool normalize = false;
     std::vector<double> openings; ///< None, or O-1 and O-2 in percent of the chord.
+    std::vector<int> lep_points;  ///< None, or the counts of a paragliding profile.
 };
 
 /// What completes the value of an option in a shell.

@@ -36,6 +36,9 @@ const std::vector<Option>& option_table() {
         {"openings", 0, "A B", "percent of the chord", "",
          "The air intake reaches from A to B on the lower side", "convert", &Options::openings, 0,
          100},
+        {"lep-points", 0, "U,I,L", "", "",
+         "Spread new points: U to the start of the intake, I along it, L behind it", "convert",
+         &Options::lep_points, 1, 500},
 
         // Inputs and results, the same in every verb.
         {"files-from", 0, "FILE", "", "",

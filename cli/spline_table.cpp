@@ -3,7 +3,6 @@
 
 #include "document/frames.h"
 #include "document/splinebytes.h"
-#include "sections/curve.h"
 #include "sections/resample.h"
 
 #include <QtEndian>
@@ -37,6 +36,7 @@ SplineTable table_of_spline(const QByteArray& bytes) {
     result.reason = resampled.reason;
     result.table.points = resampled.points;
     result.off_curve = resampled.off;
+    result.curve = curve.curve;
     if (spline->startVent != 0.0 || spline->endVent != 0.0)
         result.table.openings = tables::Openings{spline->startVent, spline->endVent};
     return result;

@@ -2,6 +2,7 @@
 // Spline files as tables, and with other openings.
 #pragma once
 
+#include "sections/curve.h"
 #include "tables/table.h"
 
 #include <QByteArray>
@@ -11,7 +12,8 @@ namespace cli {
 
 /// Points on the curve of a spline.
 struct SplineTable {
-    tables::Table table;    ///< In the window's frame, with the openings of the spline.
+    tables::Table table; ///< In the window's frame, with the openings of the spline.
+    sections::Curve curve;
     double off_curve = 0.0; ///< Greatest distance of the curve from the straight lines between
                             ///< the points, fractions of the chord.
     QString reason;         ///< Why there are none; empty when there are.

@@ -2,6 +2,7 @@
 // From any section file to any other.
 #include "cli/findings.h"
 #include "cli/formats.h"
+#include "cli/profile_points.h"
 #include "cli/shown.h"
 #include "cli/spline_table.h"
 #include "cli/verb.h"
@@ -33,6 +34,8 @@ public:
             return chosen.refusal;
         if (writing.openings && writing.openings->start > writing.openings->end)
             return "--openings: the intake begins behind its end";
+        if (!options.lep_points.empty() && chosen.name != "lep")
+            return "--lep-points belongs to --to lep";
         return {};
     }
 
@@ -68,6 +71,7 @@ private:
     struct Reading {
         tables::Table table;
         bool is_spline = false;
+        sections::Curve curve; // Of a spline.
         double off_curve = 0.0;
     };
 
@@ -84,6 +88,7 @@ private:
         if (judgement.verdict != sections::Verdict::bad) {
             SplineTable spline = table_of_spline(bytes);
             read.table = std::move(spline.table);
+            read.curve = std::move(spline.curve);
             read.off_curve = spline.off_curve;
             if (!spline.reason.isEmpty())
                 read.table.findings.append({tables::Gravity::error, 0, spline.reason});
@@ -111,7 +116,22 @@ private:
         tables::Table table = read.table;
         if (table.title.isEmpty())
             table.title = QString::fromStdString(shown(title_of_name(source.input)));
-        const tables::Written written = tables::write(table, *format, writing);
+        tables::WriteOptions steps = writing;
+        if (!options.lep_points.empty()) {
+            if (steps.openings)
+                table.openings = steps.openings;
+            steps.openings.reset();
+            const sections::CurveResult curve = read.is_spline
+                                                    ? sections::CurveResult{read.curve, {}}
+                                                    : sections::table_curve(table.points);
+            if (!curve.reason.isEmpty())
+                return refuse(curve.reason);
+            CountedProfile profile = with_counts(table, curve.curve, options.lep_points);
+            if (!profile.reason.isEmpty())
+                return refuse(QStringLiteral("--lep-points: ") + profile.reason);
+            table = std::move(profile.table);
+        }
+        const tables::Written written = tables::write(table, *format, steps);
         findings += written.findings;
         return written.ok() ? std::optional(written.bytes) : std::nullopt;
     }

@@ -271,6 +271,10 @@ private slots:
             "aerolith-cli convert: --openings: '9,5' is no number; numbers have a decimal point");
         row("openings-turned", {"convert", "x", "-d", "y", "--openings", "9", "3"},
             "aerolith-cli convert: --openings: the intake begins behind its end");
+        row("counts-of-no-profile", {"convert", "x", "-d", "y", "--lep-points", "60,8,45"},
+            "aerolith-cli convert: --lep-points belongs to --to lep");
+        row("two-counts", {"convert", "x", "-d", "y", "-t", "lep", "--lep-points", "60,8"},
+            "aerolith-cli convert: --lep-points: '60,8' is not 3 numbers parted by commas");
         row("ending", {"convert", "x", "-o", "y.pov"},
             "aerolith-cli convert: the ending .pov is that of no format; --to names one");
         row("lep-ending", {"convert", "x", "-o", "y.dat", "--to", "lep"},
