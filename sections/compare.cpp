@@ -16,6 +16,11 @@ constexpr double samples_at_most = 1000.0;
 constexpr double beyond_the_nose = 0.05;
 constexpr double degree = 3.14159265358979323846 / 180.0;
 
+std::size_t range_of(double x) {
+    const auto after = std::upper_bound(range_ends.begin() + 1, range_ends.end() - 1, x);
+    return std::size_t(after - range_ends.begin()) - 1;
+}
+
 struct ChordLine {
     Place leading;
     QPointF nose;
@@ -71,6 +76,7 @@ double OneSide::signed_distance(Place place) const {
 void OneSide::refine(Deviation& best, Place around, double step) const {
     double low = std::max(around.u - step, 0.0);
     double high = std::min(around.u + step, 1.0);
+    const std::size_t range = range_of(side.position(around).x());
     double greatest = distance(around);
     const double golden = 0.5 * (std::sqrt(5.0) - 1.0);
     for (int i = 0; i < 40; ++i) {
@@ -80,9 +86,10 @@ void OneSide::refine(Deviation& best, Place around, double step) const {
         const double at_high = distance(inner_high);
         const bool rises = at_low < at_high;
         const double greater = rises ? at_high : at_low;
-        if (greater > greatest) {
+        const Place better = rises ? inner_high : inner_low;
+        if (greater > greatest && range_of(side.position(better).x()) == range) {
             greatest = greater;
-            around = rises ? inner_high : inner_low;
+            around = better;
         }
         (rises ? low : high) = rises ? inner_low.u : inner_high.u;
     }
@@ -98,10 +105,6 @@ SideDeviation OneSide::deviation() const {
         double step = 0.0;
     };
     std::array<Best, range_ends.size() - 1> best;
-    const auto range_of = [](double x) {
-        const auto after = std::upper_bound(range_ends.begin() + 1, range_ends.end() - 1, x);
-        return std::size_t(after - range_ends.begin()) - 1;
-    };
     for (int i = 0; i < int(side.pieces().size()); ++i) {
         const Piece& piece = side.pieces()[std::size_t(i)];
         const double wanted = std::ceil(piece.length() / step_length);
