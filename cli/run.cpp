@@ -15,6 +15,7 @@
 #include <algorithm>
 #include <memory>
 #include <new>
+#include <optional>
 
 namespace cli {
 
@@ -57,6 +58,12 @@ public:
             return options.files.empty() && options.files_from.empty() ? "no files given"
                                                                        : "no files found";
         inputs = std::move(found.all);
+        if (work->takes_reference()) {
+            if (inputs.size() < 2 || inputs.front().path != options.files.front())
+                return "expected a reference, which is a file, and further files";
+            reference = inputs.front();
+            inputs.erase(inputs.begin());
+        }
         if (!work->ending().empty()) {
             Outputs planned = plan_outputs(options, inputs, work->ending());
             if (!planned.refusal.empty())
@@ -68,6 +75,8 @@ public:
 
     ExitCode execute() {
         const int jobs = options.jobs > 0 ? options.jobs : console.streams().processors;
+        if (reference && !take_reference())
+            return ExitCode::failure;
         if (options.json)
             console.out("[");
         run_in_order<Outcome>(
@@ -80,6 +89,18 @@ public:
     }
 
 private:
+    // Whether there is something to hold the inputs against.
+    bool take_reference() {
+        const std::string name = shown(reference->path);
+        const Content content = read_input(*reference, console.streams().in);
+        if (!content.error.empty()) {
+            console.err(name + ": " + content.error + "\n");
+            return false;
+        }
+        console.err(work->take_reference({*reference, content.bytes, name, {}}));
+        return work->has_reference();
+    }
+
     Outcome outcome_of(std::size_t i) const {
         const Input& input = inputs[i];
         Source source{input, {}, shown(input.path), outputs.empty() ? std::string() : outputs[i]};
@@ -133,6 +154,7 @@ private:
     const Options& options;
     Console& console;
     std::unique_ptr<Work> work;
+    std::optional<Input> reference;
     std::vector<Input> inputs;
     std::vector<std::string> outputs;
     bool failed = false;

@@ -55,6 +55,16 @@ public:
     /// Why the options cannot be taken together; empty when they can.
     virtual std::string refusal() const { return {}; }
 
+    /// Whether the first input is what the others are held against, and is not worked on itself.
+    virtual bool takes_reference() const { return false; }
+
+    /// Takes the reference, once, before any other input is worked on.
+    /// @return whole lines for standard error, empty for none
+    virtual std::string take_reference(const Source& /*source*/) { return {}; }
+
+    /// Whether the reference can be used; without it the run ends with 1.
+    virtual bool has_reference() const { return true; }
+
     /// The ending of outputs below a folder, with its point; empty for a verb that writes no
     /// file for each input.
     virtual std::string ending() const { return {}; }
