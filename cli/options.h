@@ -24,6 +24,11 @@ struct Options {
     std::string layout; ///< Of the inputs; empty: told from their content.
     int element = 0;    ///< Of several in a file, counted from 1; 0 for none picked.
 
+    double chord = 0.0;           ///< Of the window's frame, mm; 0 for lengths in chords.
+    std::vector<double> stations; ///< Vertical cuts wanted, percent of the chord.
+    bool align = false;           ///< The other section is moved onto the reference.
+    double tolerance = 0.0;       ///< The greatest distance allowed; 0 for any.
+
     std::string to;     ///< Format of the outputs; empty: told from the name of the one output.
     std::string output; ///< Name of the one output, "-" for standard output.
     std::string folder; ///< Folder of the outputs.

@@ -7,13 +7,25 @@ namespace cli {
 
 const std::vector<Option>& option_table() {
     static const std::vector<Option> table = {
-        {"layout", 0, "NAME", "", "", "Read every file as this layout", "check convert",
-         &Options::layout, 0, 0, input_layouts},
-        {"element", 0, "N", "", "", "Of several elements in a file take the N-th", "check convert",
-         &Options::element, 1, 1000},
+        {"layout", 0, "NAME", "", "", "Read every file as this layout",
+         "check convert measure compare", &Options::layout, 0, 0, input_layouts},
+        {"element", 0, "N", "", "", "Of several elements in a file take the N-th",
+         "check convert measure compare", &Options::element, 1, 1000},
 
         {"strict", 0, "", "", "", "End with 1 also for files whose verdict is convert", "check",
          &Options::strict},
+
+        {"chord", 0, "MM", "mm", "", "Print lengths in mm and areas in m2 for a chord of MM",
+         "measure compare", &Options::chord, 0.001, 1e6},
+        {"at", 0, "X,...", "percent of the chord", "",
+         "Print heights and surface lengths at these stations too", "measure", &Options::stations,
+         0, 100},
+        {"align", 0, "", "", "",
+         "Move each section onto the reference first, chord line onto chord line", "compare",
+         &Options::align},
+        {"tolerance", 0, "T", "chord, mm with --chord", "",
+         "End with 1 where a section is farther than T from the reference", "compare",
+         &Options::tolerance, 1e-12, 1e6},
 
         {"output", 'o', "OUT", "", "",
          "Write to OUT, - for standard output; its ending names the format", "convert",

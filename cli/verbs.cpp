@@ -5,10 +5,13 @@
 namespace cli {
 
 extern const Verb verb_check;
+extern const Verb verb_compare;
 extern const Verb verb_convert;
+extern const Verb verb_measure;
 
 const std::vector<const Verb*>& verbs() {
-    static const std::vector<const Verb*> table = {&verb_check, &verb_convert};
+    static const std::vector<const Verb*> table = {&verb_check, &verb_convert, &verb_compare,
+                                                   &verb_measure};
     return table;
 }
 

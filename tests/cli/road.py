@@ -95,11 +95,14 @@ class Road(unittest.TestCase):
         self.put(b"in/\xff.dat")
         self.put("in/bad.dat", b"O.123 1.234.5\n")
         shutil.copy(SOURCES / "samples/symmetric.spl", "in/spline.spl")
-        for verb, more in (("check", []), ("convert", ["-d", "out"]),
-                           ("convert", ["-d", "out", "-f", "--to", "spl"])):
+        sample = str(SOURCES / "samples/symmetric.spl")
+        for verb, *more in (["check"], ["convert", "-d", "out"],
+                            ["convert", "-d", "out", "-f", "--to", "spl"],
+                            ["measure", "--at", "0,20,100", "--chord", "2850"],
+                            ["compare", "--align", "--tolerance", "0.001", sample]):
             schema = json.loads((SOURCES / f"docs/schemas/{verb}.json").read_text())
             jsonschema.Draft7Validator.check_schema(schema)
-            run = self.run_cli(verb, "--json", "in", "missing", str(SOURCES / "samples"), *more)
+            run = self.run_cli(verb, "--json", *more, "in", "missing", str(SOURCES / "samples"))
             lines = run.stdout.decode().splitlines()
             self.assertEqual((lines[0], lines[-1]), ("[", "]"))
             self.assertEqual(len(lines), 2 + 4 + 1 + len(os.listdir(SOURCES / "samples")))
