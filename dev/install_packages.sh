@@ -12,7 +12,7 @@ wayland=(qt6-wayland)
 # Benchmarks: the other reader of long tables.
 bench=("${build[@]}" python3-numpy)
 # The tests of the command line need a locale with a decimal comma.
-test=("${build[@]}" "${window[@]}" locales python3-jsonschema)
+test=("${build[@]}" "${window[@]}" locales python3-jsonschema python3-numpy python3-scipy)
 coverage=("${test[@]}" gcovr)
 icons=(librsvg2-bin)
 style=(appstream clang-format-14 desktop-file-utils git libxml2-utils shellcheck)
