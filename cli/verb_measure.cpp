@@ -24,9 +24,11 @@ class Lines {
 public:
     void add(const std::string& label, const std::string& value, const std::string& unit,
              const std::string& more = {}) {
-        std::string line =
-            "  " + column(label, label_width) + right_column(value, value_width) + " ";
-        line += more.empty() ? unit : column(unit, 8) + more;
+        std::string line = "  " + column(label, label_width) + right_column(value, value_width);
+        if (!more.empty())
+            line += " " + column(unit, 8) + more;
+        else if (!unit.empty())
+            line += " " + unit;
         text += line + "\n";
     }
 
