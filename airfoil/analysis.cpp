@@ -27,8 +27,8 @@ QPolygonF Normalize_airfoil2(QPolygonF poly, int rot) {
             xmax = point.x();
     }
     const double delta = xmax - xmin;
-    const double x0 = poly[0].x() / delta;
-    const double y0 = poly[0].y() * rot / delta;
+    const double x0 = poly.at(0).x() / delta;
+    const double y0 = poly.at(0).y() * rot / delta;
     QPolygonF normalized;
     normalized.reserve(poly.size());
     for (const QPointF& point : std::as_const(poly)) {
@@ -75,10 +75,10 @@ PntStruct NearPoint(QPolygonF polygon, QPointF n_point, char c) {
 
     const double x0 = std::abs(n_point.x()) > 1000.0 ? 0.0 : n_point.x();
     for (qsizetype i = 0; i < polygon.size() - 2; ++i) {
-        const double x1 = abscissa(polygon[i]);
-        const double x2 = abscissa(polygon[i + 1]);
+        const double x1 = abscissa(polygon.at(i));
+        const double x2 = abscissa(polygon.at(i + 1));
         if (c == 'D' ? x1 <= x0 && x0 <= x2 : x2 <= x0 && x0 <= x1) {
-            const double ordinate = -polygon[i].y() * factor;
+            const double ordinate = -polygon.at(i).y() * factor;
             return {QPointF(x0, std::abs(ordinate) > 500.0 ? 0.0 : ordinate), int(i)};
         }
     }
