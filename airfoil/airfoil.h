@@ -26,7 +26,8 @@ class QTextEdit;
 /// @return empty when the file cannot be read or its layout is not recognised
 QPolygonF airfoil_Read(QString fileName);
 
-/// What airfoil_Read makes of a file that holds @p bytes.
+/// What airfoil_Read makes of a file that holds @p bytes, however many they are.
+/// @throws std::bad_alloc when the memory does not suffice
 QPolygonF airfoil_Read_Bytes(const QByteArray& bytes);
 
 /// The outline of a coordinate table in file units. The layout is told from the

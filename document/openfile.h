@@ -38,8 +38,9 @@ public:
     int WriteParaStream(QString fileName);
 
     /// Reads the spline file @p fileName into the document. A file that is missing
-    /// is reported in a message box. One that cannot be opened, or is no regular
-    /// file, or is too short, gives zeros for what could not be read.
+    /// is reported in a message box. One that cannot be opened, is no regular file, is
+    /// beyond read_file()'s limit or the memory there is, or is too short, gives zeros
+    /// for what could not be read.
     /// @return 0 for an empty name or a missing file, otherwise 1
     int ReadParaStream(QString fileName);
 };

@@ -1,12 +1,12 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The one place where files are read.
+// Reading the files that the window opens.
 #pragma once
 
 #include <QByteArray>
 #include <QString>
 
-/// The longest file that is read, bytes. A table or a spline takes some hundredths of it,
-/// and the outline, its texts and its picture take several times the file.
+/// The longest file that is read, bytes. A table or a spline takes some kilobytes; the outline
+/// of a long one, its texts and its picture take up to fifty times the file.
 constexpr qint64 longest_file = qint64(256) << 20;
 
 /// The content of the file @p name. Never of what is no regular file: a pipe or a device
