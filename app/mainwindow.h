@@ -13,7 +13,7 @@
 #include <QTextEdit>
 
 /// The one window. Its slots turn menu entries and buttons into calls of the editor,
-/// the file helper and the document; those named on_<object>_<signal> are connected by
+/// the file dialogs and the document; those named on_<object>_<signal> are connected by
 /// name.
 class MainWindow : public QMainWindow, public Ui::main_window {
     Q_OBJECT
@@ -22,7 +22,7 @@ public:
     explicit MainWindow(QWidget* parent = nullptr);
 
     ParaStruct* p;           ///< The document.
-    myOpenFile* opf;         ///< The file helper, owned as a child.
+    myOpenFile* opf;         ///< Dialogs and spline files, owned as a child.
     QTextEdit TabletextEdit; ///< Never shown; the table pane is tableEdit.
 
     /// Stores @p fileName in the spline and writes it there; nothing for an empty name.
