@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The whole reading: bytes, text, rows, groups of rows, layouts, and the one section that counts.
+#include "tables/carried.h"
 #include "tables/search.h"
 #include "tables/text.h"
 
@@ -88,6 +89,7 @@ void take(const Rows& rows, Success section, bool several, Table& table) {
     table.layout = section.layout;
     table.title = title_of(rows, section.first, table.layout == QLatin1String("vsp"));
     table.openings = section.reading.openings;
+    take_carried(rows, section.first, table);
     table.points = std::move(section.reading.outline.points);
     table.lines = std::move(section.reading.outline.lines);
 }

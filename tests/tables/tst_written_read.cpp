@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // What is written reads back equal: all formats, random sections, both orders.
+#include "support/exactcompare.h"
 #include "support/testmain.h"
 #include "tables/arrange.h"
 #include "tables/write.h"
@@ -74,6 +75,10 @@ private slots:
     void same_points_data();
     void same_points();
     void profile_again();
+    void carried_data();
+    void carried();
+    void damaged_openings_data();
+    void damaged_openings();
 };
 
 void tst_written_read::same_points_data() {
@@ -91,6 +96,7 @@ void tst_written_read::same_points_data() {
     row(Format::lep, false, "lep");
     row(Format::columns, false, "columns");
     row(Format::csv, true, "selig");
+    row(Format::json, true, "selig");
 }
 
 void tst_written_read::same_points() {
@@ -142,6 +148,64 @@ void tst_written_read::profile_again() {
         QCOMPARE(tables::write(read, Format::lep).bytes, bytes);
         QCOMPARE(tables::write(tables::reversed(read), Format::lep).bytes, bytes);
     }
+}
+
+void tst_written_read::carried_data() {
+    QTest::addColumn<int>("format");
+    QTest::addColumn<QString>("title");
+
+    for (const Format format : {Format::csv, Format::json}) {
+        for (const char* const title : {"NACA 2412", "", "Rib \"7\", left", "\u00d6"}) {
+            QTest::addRow("%s, %s", qPrintable(tables::format_names().at(int(format))), title)
+                << int(format) << QString::fromUtf8(title);
+        }
+    }
+}
+
+// Title and openings come back as they were, to the last bit.
+void tst_written_read::carried() {
+    QFETCH(int, format);
+    QFETCH(QString, title);
+
+    Maker maker(17);
+    for (const bool has_openings : {false, true}) {
+        Table table = maker.section();
+        table.title = title;
+        table.layout = QStringLiteral("selig");
+        if (has_openings)
+            table.openings = Openings{7.0 / 3.0, 1e-7 + 1000.0 / 97.0};
+        const QByteArray bytes = tables::write(table, Format(format)).bytes;
+        const Table read = tables::read(bytes);
+        QVERIFY2(read.readable(), qPrintable(story(read, bytes)));
+        QCOMPARE(read.title, title);
+        QCOMPARE(read.openings.has_value(), has_openings);
+        if (has_openings) {
+            COMPARE_BITS(read.openings->start, table.openings->start);
+            COMPARE_BITS(read.openings->end, table.openings->end);
+        }
+        QCOMPARE(tables::write(read, Format(format)).bytes, bytes);
+    }
+}
+
+void tst_written_read::damaged_openings_data() {
+    QTest::addColumn<QByteArray>("line");
+
+    for (const char* const line :
+         {"# openings:", "# openings: 2.5", "# openings: 2.5 x", "# openings: 2.5 7.5 1",
+          "# openings: nan 7.5", "# openings: 1e999 7.5", " \"openings\": null,",
+          " \"openings\": {\"start\": 2.5},", " \"openings\": {\"start\": 2.5, \"end\": \"7\"},",
+          " \"openings\": {\"start\": 2.5, \"end\": 7"})
+        QTest::newRow(line) << QByteArray(line);
+}
+
+void tst_written_read::damaged_openings() {
+    QFETCH(QByteArray, line);
+
+    Maker maker(17);
+    const QByteArray bytes = tables::write(maker.section(), Format::csv).bytes;
+    const Table read = tables::read("# Rib\n" + line + '\n' + bytes.mid(bytes.indexOf('\n') + 1));
+    QVERIFY2(read.readable(), qPrintable(story(read, bytes)));
+    QVERIFY(!read.openings.has_value());
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_written_read)
