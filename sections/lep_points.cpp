@@ -45,6 +45,21 @@ Table refused(Table table, const QString& text) {
     return table;
 }
 
+// A row that stands twice has no edge of its own.
+Table without_repeats(Table table) {
+    const QPolygonF all = table.points;
+    const std::vector<int> lines = table.lines;
+    table.points.clear();
+    table.lines.clear();
+    for (qsizetype i = 0; i < all.size(); ++i) {
+        if (i > 0 && all[i] == all[i - 1])
+            continue;
+        table.points.append(all[i]);
+        table.lines.push_back(std::size_t(i) < lines.size() ? lines[std::size_t(i)] : 0);
+    }
+    return table;
+}
+
 } // namespace
 
 Table with_lep_points(const Table& table, const LepPoints& counts, int decimals) {
@@ -57,16 +72,7 @@ Table with_lep_points(const Table& table, const LepPoints& counts, int decimals)
     }
     if (counts.upper + counts.intake + counts.lower - 2 > most_rows)
         return refused(table, wanted + QStringLiteral("; a profile has at most %1").arg(most_rows));
-    Table once = table;
-    once.lines.resize(std::size_t(once.points.size()));
-    // A row that stands twice has no edge of its own.
-    for (qsizetype i = once.points.size() - 1; i > 0; --i) {
-        if (once.points[i] == once.points[i - 1]) {
-            once.points.remove(i);
-            once.lines.erase(once.lines.begin() + i);
-        }
-    }
-    const Profile profile = tables::profile_of(once, decimals);
+    const Profile profile = tables::profile_of(without_repeats(table), decimals);
     if (!profile.ok()) {
         Table result = table;
         result.findings += profile.findings;

@@ -38,14 +38,12 @@ public:
         for (qsizetype i = 0; i < table.points.size(); ++i) {
             const int line = std::size_t(i) < table.lines.size() ? table.lines[std::size_t(i)] : 0;
             const QPointF point = (table.points[i] - origin) / width;
-            if (!rows.empty() && rows.back().point == point)
-                add(Gravity::note, line, QStringLiteral("repeats line %1").arg(rows.back().line));
-            else
-                rows.push_back({point, table.points[i], line});
+            rows.push_back({point, table.points[i], line});
         }
     }
 
     QList<Finding> findings() {
+        find_repeats();
         if (find_foreign_end())
             return sorted();
         drop_stray_row();
@@ -69,6 +67,20 @@ private:
         };
         if (line == 0 || std::none_of(found.begin(), found.end(), is_told))
             found.append({gravity, line, text});
+    }
+
+    // Of many findings of one kind the first ones, and how many there are.
+    template<typename Text>
+    void add_each(Gravity gravity, const std::vector<std::size_t>& indices, Text text) {
+        constexpr std::size_t most_told = 10;
+        for (std::size_t i = 0; i < std::min(indices.size(), most_told); ++i)
+            add(gravity, rows[indices[i]].line, text(indices[i]));
+        if (indices.size() > most_told) {
+            found.append({gravity, 0,
+                          QStringLiteral("%1 more rows like that of line %2")
+                              .arg(indices.size() - most_told)
+                              .arg(rows[indices[most_told - 1]].line)});
+        }
     }
 
     QList<Finding> sorted() const {
@@ -124,44 +136,67 @@ private:
     }
 
     void leave_out(const std::vector<std::size_t>& indices) {
-        for (auto index = indices.rbegin(); index != indices.rend(); ++index)
-            rows.erase(rows.begin() + std::ptrdiff_t(*index));
+        auto next = indices.begin();
+        std::size_t kept = 0;
+        for (std::size_t i = 0; i < rows.size(); ++i) {
+            if (next != indices.end() && *next == i)
+                ++next;
+            else
+                rows[kept++] = rows[i];
+        }
+        rows.resize(kept);
+    }
+
+    void find_repeats() {
+        std::vector<std::size_t> all;
+        for (std::size_t i = 1; i < rows.size(); ++i) {
+            if (rows[i].point == rows[i - 1].point)
+                all.push_back(i);
+        }
+        add_each(Gravity::note, all, [this](std::size_t i) {
+            return QStringLiteral("repeats line %1").arg(rows[i - 1].line);
+        });
+        leave_out(all);
     }
 
     void find_missing_heights() {
         const std::vector<std::size_t> all = rows_without_height(rows);
-        for (const std::size_t i : all)
-            add(Gravity::doubt, rows[i].line,
-                QStringLiteral("y = 0 between %1 and %2")
-                    .arg(number(rows[i - 1].given.y()), number(rows[i + 1].given.y())));
+        add_each(Gravity::doubt, all, [this](std::size_t i) {
+            return QStringLiteral("y = 0 between %1 and %2")
+                .arg(number(rows[i - 1].given.y()), number(rows[i + 1].given.y()));
+        });
         leave_out(all);
     }
 
     void find_spikes() {
         std::vector<std::size_t> all;
+        std::vector<double> distances;
         for (const Spike& spike : spikes(rows)) {
-            const OutlineRow& row = rows[spike.row];
-            add(Gravity::doubt, row.line,
-                QStringLiteral("%1 lies %2 off the line through its neighbours")
-                    .arg(point_text(row.given), QString::number(spike.distance, 'g', 2)));
             all.push_back(spike.row);
+            distances.push_back(spike.distance);
         }
+        std::size_t told = 0;
+        add_each(Gravity::doubt, all, [&](std::size_t i) {
+            return QStringLiteral("%1 lies %2 off the line through its neighbours")
+                .arg(point_text(rows[i].given), QString::number(distances[told++], 'g', 2));
+        });
         leave_out(all);
     }
 
     // Leaves out single rows that run back.
     bool is_one_run() {
         const std::vector<std::size_t> all = rows_running_back(rows);
-        const OutlineRows before = rows;
+        OutlineRows before = rows;
         leave_out(all);
         if (find_second_turn())
             return false;
-        for (const std::size_t back : all) {
-            add(Gravity::doubt, before[back].line,
-                QStringLiteral("x = %1 is not between those of its neighbours, %2 and %3")
-                    .arg(number(before[back].given.x()), number(before[back - 1].given.x()),
-                         number(before[back + 1].given.x())));
-        }
+        std::swap(rows, before);
+        add_each(Gravity::doubt, all, [this](std::size_t i) {
+            return QStringLiteral("x = %1 is not between those of its neighbours, %2 and %3")
+                .arg(number(rows[i].given.x()), number(rows[i - 1].given.x()),
+                     number(rows[i + 1].given.x()));
+        });
+        std::swap(rows, before);
         return true;
     }
 

@@ -27,7 +27,6 @@ std::size_t nose_of(const OutlineRows& rows);
 struct Spike {
     std::size_t row = 0;
     double distance = 0.0; ///< From the smooth line through the neighbours.
-    QPointF expected;      ///< The nearest point of that line.
 };
 
 /// How far a row lies off the smooth line through the four rows nearest to it, two on each side

@@ -85,8 +85,11 @@ std::vector<Spike> spikes(const OutlineRows& rows) {
         return found;
     const std::size_t last = rows.size() - 1;
     for (std::size_t row = 1; row < last; ++row) {
-        const QPointF expected = suggested(rows, row, row);
-        const double distance = length(rows[row].point - expected);
+        // The line goes through both neighbours.
+        if (length(rows[row].point - rows[row - 1].point) < least_distance ||
+            length(rows[row].point - rows[row + 1].point) < least_distance)
+            continue;
+        const double distance = distance_from_neighbours(rows, row, row);
         const double gap = length(rows[row + 1].point - rows[row - 1].point);
         if (distance < std::max(least_distance, least_share * gap))
             continue;
@@ -98,7 +101,7 @@ std::vector<Spike> spikes(const OutlineRows& rows) {
                 roughness = std::max(roughness, distance_from_neighbours(rows, other, row));
         }
         if (distance > telling_ratio * roughness)
-            found.push_back({row, distance, expected});
+            found.push_back({row, distance});
     }
     return found;
 }

@@ -86,6 +86,7 @@ private slots:
     void missed_digits();
     void awkward_data();
     void awkward();
+    void many();
 };
 
 void tst_shape::sound_data() {
@@ -172,7 +173,7 @@ void tst_shape::found_data() {
     row("repeated", with_inserted(plain, 10, plain[10]),
         {QStringLiteral("note 12: repeats line 11")});
     row("repeated, and again", with_inserted(with_inserted(plain, 10, plain[10]), 10, plain[10]),
-        {QStringLiteral("note 12: repeats line 11"), QStringLiteral("note 13: repeats line 11")});
+        {QStringLiteral("note 12: repeats line 11"), QStringLiteral("note 13: repeats line 12")});
     row("digit of y", with(plain, 12, {plain[12].x(), plain[12].y() + 0.01}),
         {QStringLiteral(
             "doubt 13: 0.6545 0.0733 lies 0.0099 off the line through its neighbours")});
@@ -304,6 +305,24 @@ void tst_shape::awkward() {
         table.kind = kind;
         const QList<Finding> findings = sections::shape_findings(table);
         QVERIFY(findings.size() <= table.points.size());
+    }
+}
+
+// Each check of a long table goes through it once, and its findings can be read.
+void tst_shape::many() {
+    constexpr int count = 150000;
+    QPolygonF repeated;
+    for (const QPointF& point : section(count / 2))
+        repeated << point << point;
+    QPolygonF swapped = section(count / 2);
+    for (int i = 6; i + 8 < count; i += 8)
+        swapped[i].rx() += (i < count / 2 ? -6.0 : 6.0) * 1e-4;
+    for (const QPolygonF& points : {repeated, swapped}) {
+        const QList<Finding> findings = sections::shape_findings(table_of(points));
+        QVERIFY(findings.size() >= 11);
+        QVERIFY(findings.size() < 60);
+        QVERIFY2(findings.first().text.contains(QLatin1String(" more rows like that of line ")),
+                 qPrintable(findings.first().text));
     }
 }
 
