@@ -26,7 +26,7 @@ bool meet(const Outline& to_nose, const Outline& from_nose) {
 
 std::optional<Reading> read_columns(const Question& question) {
     const Sheet& sheet = question.sheet;
-    if (sheet.columns() != 3 || question.course.runs.size() != 1)
+    if (sheet.columns() != 3 || question.course.runs.size() != 1 || !begins_at_nose(sheet))
         return std::nullopt;
     const int to_nose = question.course.runs[0].rising ? -1 : 1;
     const Outline first = side_of(sheet, 0, sheet.rows() - 1, to_nose, 1);

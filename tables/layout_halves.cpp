@@ -78,22 +78,26 @@ std::optional<Reading> read_halves(const Question& question) {
 
 std::optional<Reading> read_half(const Question& question) {
     const Sheet& sheet = question.sheet;
-    if (question.course.runs.size() != 1)
+    // Beside angles of attack and radii of a blade stand humps, too.
+    if (question.course.runs.size() != 1 || sheet.columns() > 4 || !begins_at_nose(sheet))
         return std::nullopt;
     std::optional<Reading> reading;
     for (int y = 1; y < sheet.columns(); ++y) {
         const Outline side =
             side_of(sheet, 0, sheet.rows() - 1, question.course.runs[0].rising ? -1 : 1, y);
-        if (side.points.size() < 3 || !is_one_side(side) || std::abs(side.points.last().y()) > 0.02)
+        if (side.points.size() < 3 || !is_one_side(side))
+            continue;
+        double height = 0.0;
+        for (const QPointF& point : side.points)
+            height = std::max(height, std::abs(point.y()));
+        const double nose = std::abs(side.points.last().y());
+        if (nose > 0.02 || nose > 0.4 * height)
             continue;
         Outline whole = mirrored(side);
         if (is_refused(whole))
             continue;
         if (reading)
             return std::nullopt;
-        double height = 0.0;
-        for (const QPointF& point : side.points)
-            height = std::max(height, std::abs(point.y()));
         reading.emplace();
         reading->outline = std::move(whole);
         reading->findings.append(

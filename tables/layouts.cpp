@@ -34,6 +34,11 @@ Outline side_of(const Sheet& sheet, int first, int last, int step, int y) {
     return side;
 }
 
+bool begins_at_nose(const Sheet& sheet) {
+    const Range x = range_of(sheet, 0);
+    return std::abs(x.least) <= 0.05 * x.width();
+}
+
 Outline joined(Outline to_nose, const Outline& from_nose) {
     const auto equal = [](QPointF a, QPointF b) { return a.x() == b.x() && a.y() == b.y(); };
     const bool shared = !to_nose.points.isEmpty() && !from_nose.points.isEmpty() &&

@@ -70,6 +70,8 @@ std::optional<Reading> read_half(const Question& question);
 /// The rows [@p first, @p last] of a side in the direction of @p step, 1 or -1. Rows that lack
 /// a number are left out.
 Outline side_of(const Sheet& sheet, int first, int last, int step, int y = 1);
+/// Whether the least x is the origin, as it is in tables of one run.
+bool begins_at_nose(const Sheet& sheet);
 /// A side from the trailing edge to the nose and one back. A nose that both have counts once.
 Outline joined(Outline to_nose, const Outline& from_nose);
 /// A side from the trailing edge to the nose, and its mirror image back.

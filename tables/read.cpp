@@ -33,8 +33,9 @@ void tell_heads(const Rows& rows, const Success& section, QList<Finding>& findin
     for (std::size_t i = 0; i < unknown; ++i) {
         const std::size_t line = section.heads[i];
         const bool touches = line + 1 == section.first && !rows.lines[section.first].after_gap;
-        const bool is_like_point = touches && !rows.lines[line].remark &&
-                                   rows.lines[line].count <= columns && !are_whole(rows, line);
+        const bool is_like_count = are_whole(rows, line) && rows.lines[line].count < columns;
+        const bool is_like_point = touches && line > 0 && !rows.lines[line].remark &&
+                                   rows.lines[line].count <= columns && !is_like_count;
         findings.append({is_like_point ? Gravity::doubt : Gravity::note, rows.lines[line].number,
                          QStringLiteral("\"%1\" stands before the rows; left out")
                              .arg(shown(rows.line_text(line)))});
@@ -124,6 +125,10 @@ void take_one(const Rows& rows, const std::vector<Group>& groups, Search result,
         refuse(table, rows.lines[groups[result.unread.front()].first].number,
                QStringLiteral("a table that cannot be read beside one side of a section; expected "
                               "both sides"));
+    else if (const QByteArray name = other_quantity(one.words); !name.isEmpty())
+        refuse(table, one.success.line,
+               QStringLiteral("a column is named \"%1\" and none y; expected coordinates")
+                   .arg(QString::fromUtf8(name)));
     else if (is_accident(rows, found))
         refuse(table, one.success.line,
                QStringLiteral("a few rows like a section among many others; expected a table of "

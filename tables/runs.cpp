@@ -18,15 +18,18 @@ bool same_sign(double a, double b) {
     return (a > 0.0 && b > 0.0) || (a < 0.0 && b < 0.0);
 }
 
-// Whether x of the row lies off a course that its neighbours on both sides go on.
+// Whether x of the row lies off a course that its neighbours on both sides go on. At an end of
+// the table one side has to do.
 bool is_slip(const Sheet& sheet, int column, int row, double tolerance) {
-    if (row < 2 || row + 2 >= sheet.rows())
+    const int rows = sheet.rows();
+    if (row < 1 || row + 1 >= rows || rows < 5)
         return false;
     const auto x = [&](int offset) { return sheet.at(row + offset, column); };
     const double through = x(1) - x(-1);
     const double low = std::min(x(-1), x(1));
     const double high = std::max(x(-1), x(1));
-    return same_sign(x(-1) - x(-2), through) && same_sign(x(2) - x(1), through) &&
+    return (row < 2 || same_sign(x(-1) - x(-2), through)) &&
+           (row + 2 >= rows || same_sign(x(2) - x(1), through)) &&
            (x(0) < low - tolerance || x(0) > high + tolerance);
 }
 

@@ -107,6 +107,28 @@ bool is_mean_line(const QByteArray& words) {
            !contains_any(words, {"symmetric", "upper", "lower", "combined"});
 }
 
+QByteArray other_quantity(const QByteArray& words) {
+    QByteArray names = words.trimmed().split('\n').last();
+    for (const char c : {',', ';', '\t', '#', '!', '%', '"'})
+        names.replace(c, ' ');
+    names = names.simplified();
+    // Prose has these words as well.
+    if (!names.startsWith('x') && !names.startsWith("alpha") && !names.startsWith("alfa"))
+        return QByteArray();
+    QByteArray quantity;
+    for (const QByteArray& name : names.split(' ')) {
+        if (name.startsWith('y') || name.startsWith('z') || name.contains("upper"))
+            return QByteArray();
+        for (const char* other :
+             {"cp", "-cp", "cpi", "cpv", "cl", "cd", "cm", "cf", "alpha", "alfa", "mach", "v/v",
+              "ue/vinf", "v/vinf", "u/uinf", "twist", "chord"}) {
+            if (name == other)
+                quantity = name;
+        }
+    }
+    return quantity;
+}
+
 bool is_accident(const Rows& rows, const std::vector<Found>& found) {
     constexpr std::size_t most_others = 4; // for each row of the sections
     std::size_t within = 0;

@@ -30,6 +30,10 @@ void choose_table(std::vector<Found>& found, QList<Finding>& findings);
 /// Whether the words above rows call them a mean line.
 bool is_mean_line(const QByteArray& words);
 
+/// A name of a column right above the rows that is no coordinate, as `Cp`, where no column is
+/// named y; empty for none.
+QByteArray other_quantity(const QByteArray& words);
+
 /// Whether the sections are a few rows within a file of other numbers.
 bool is_accident(const Rows& rows, const std::vector<Found>& found);
 

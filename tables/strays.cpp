@@ -58,7 +58,13 @@ void take_counts(Sheet& sheet, Head& head) {
     if (!(first >= 2.0 && second >= 2.0 && is_whole(first) && is_whole(second) &&
           first < largest_count && second < largest_count))
         return;
-    if (first + second != rest && !is_far_outside(sheet, 0, 1, sheet.rows()))
+    // The rows begin at an end of the chord, and this one is far from it.
+    const Range x = range_of(sheet, 0, 1, sheet.rows());
+    const double next = sheet.at(1, 0);
+    const bool is_apart = std::abs(first - next) > 0.1 * x.width() &&
+                          (next == x.least || next == x.greatest) &&
+                          (first < x.greatest || first > x.greatest + 0.1 * x.width());
+    if (first + second != rest && !is_apart && !is_far_outside(sheet, 0, 1, sheet.rows()))
         return;
     head.lines.push_back(sheet.place(0));
     remove_row(sheet, 0);

@@ -50,8 +50,13 @@ void tst_refusals::refused_data() {
     row("lower side only positive",
         changed("-", "").replace("0 0\n", "0.0125 0.021\n0 0\n0.0125 0.015\n"), 5,
         "both sides rise");
-    row("polar", "-2 0.01 0.1\n0 0.008 0.3\n2 0.01 0.5\n4 0.012 0.7\n6 0.02 0.9\n8 0.03 1.1\n", 6,
+    row("polar", "-2 0.01 0.1\n0 0.008 0.3\n2 0.01 0.5\n4 0.012 0.7\n6 0.02 0.9\n8 0.03 1.1\n", 1,
         "expected");
+    row("pressures, named", "x/c Cp\n" + plain, 2, "\"cp\"");
+    row("coefficients over 360 degrees",
+        "-180 0 0.01\n-120 0.3 1.2\n-90 0 1.3\n-30 -0.8 0.3\n0 0.1 0.01\n30 0.9 0.3\n90 0 1.3\n"
+        "120 -0.3 1.2\n180 0 0.01\n",
+        1, "expected");
     row("mean line", "MEAN LINE\n0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n", 2, "mean line");
     row("half and something else",
         "0 0\n.1 .05\n.5 .06\n1 0\nx\n0 5 9\n.1 -.03 8\n.5 -.02 8\n1 0 9\n", 6, "both sides");

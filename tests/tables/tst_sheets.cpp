@@ -161,8 +161,9 @@ void tst_sheets::counts_data() {
     QTest::newRow("fractions") << "3. 3.\n" + halves << true;
     QTest::newRow("percent") << "3 3\n" + percent << true;
     QTest::newRow("others") << "61 61\n" + halves << true;
+    QTest::newRow("others in percent") << "17 16\n" + percent << true;
     QTest::newRow("a point") << "1 0\n" + halves << false;
-    QTest::newRow("a point in percent") << "50 10\n" + percent << false;
+    QTest::newRow("a point in percent") << "2 10\n" + percent << false;
 }
 
 void tst_sheets::counts() {
