@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Measures against closed forms, and what must not change them.
-#include "numerics/b_spline.h"
 #include "outlines.h"
 #include "sections/measure.h"
 #include "sections/plane.h"
@@ -41,7 +40,6 @@ private slots:
     void cambered_section();
     void convergence_data();
     void convergence();
-    void spline_integrals();
     void spline_nose();
     void invariance_data();
     void invariance();
@@ -151,47 +149,6 @@ void tst_measure::convergence() {
     COMPARE_NEAR(m.length / m.chord, fine.length / fine.chord, length_error);
     const double radius = fine.nose->radius / fine.chord;
     COMPARE_NEAR(m.nose->radius / m.chord / radius, 1.0, radius_error);
-}
-
-// Simpson's rule on the basis functions, knot span by knot span.
-void tst_measure::spline_integrals() {
-    const SplineFoil spline = spline_of(hull);
-    const SectionResult result = section_of_spline(spline);
-    SplineFoil copy = spline;
-    const auto point = [&copy](double t) {
-        return B_spline_point(copy.num_pnt, DEGREE2, copy.CP, copy.b_knots, t);
-    };
-    const auto speed_and_area = [&](double t) {
-        const double h = 1e-6;
-        const QPointF d = (point(t + h) - point(t - h)) / (2.0 * h);
-        return QPointF(norm(d), 0.5 * cross(point(t) - hull[0], d));
-    };
-    QPointF sum;
-    const int last = copy.num_pnt + 1;
-    for (int span = 1; span < last; ++span) {
-        const double from = copy.b_knots[span];
-        const double width = copy.b_knots[span + 1] - from;
-        const int steps = 4000;
-        // Open at the knots, where the derivative by the parameter jumps.
-        for (int i = 0; i < steps; ++i)
-            sum += speed_and_area(from + width * (i + 0.5) / steps) * (width / steps);
-    }
-    const QPolygonF samples = spline.make_SplinePoly();
-    const auto [left, right] = std::minmax_element(
-        samples.begin(), samples.end(), [](QPointF a, QPointF b) { return a.x() < b.x(); });
-    const double w = right->x() - left->x();
-    const Measures m = measure(*result.section);
-    COMPARE_NEAR(m.length, sum.x() / w, 2e-8);
-    COMPARE_NEAR(*m.area, sum.y() / w / w, 2e-8);
-    COMPARE_NEAR(m.height,
-                 (std::max_element(samples.begin(), samples.end(),
-                                   [](QPointF a, QPointF b) { return a.y() < b.y(); })
-                      ->y() -
-                  std::min_element(samples.begin(), samples.end(),
-                                   [](QPointF a, QPointF b) { return a.y() < b.y(); })
-                      ->y()) /
-                     w,
-                 1e-15);
 }
 
 // A nose of one parabola: the mean curvature of a stretch is its turn over its length.
