@@ -58,6 +58,7 @@ class Outline:
             if np.hypot(*(point - kept[-1])) > 1e-9 * extent:
                 kept.append(point)
         p = np.array(kept)
+        self.scanned = None
         self.pieces = self.fit(p, extent)
         te = (p[0] + p[-1]) / 2
         le = self.at(self.best(lambda q: np.hypot(*(q - te).T)))
@@ -69,6 +70,7 @@ class Outline:
         self.scale = scale
         self.p = (p - p[0]) * scale + (1, 0)
         self.pieces = self.fit(self.p, extent * scale)
+        self.scanned = None
 
     @staticmethod
     def fit(p, extent):
@@ -107,39 +109,40 @@ class Outline:
         return self.pieces[place[0]].curve(place[1])
 
     def scan(self, per_span=12):
-        for i, piece in enumerate(self.pieces):
-            for a, b in zip(piece.t, piece.t[1:]):
-                yield i, np.linspace(a, b, per_span + 1)
+        """For each piece its index, parameters within every span, and the places there."""
+        if self.scanned is None:
+            self.scanned = []
+            for i, piece in enumerate(self.pieces):
+                shares = np.arange(per_span) / per_span
+                t = (piece.t[:-1, None] + np.diff(piece.t)[:, None] * shares).ravel()
+                t = np.append(t, piece.t[-1])
+                self.scanned.append((i, t, piece.curve(t)))
+        return self.scanned
 
     def best(self, f):
         """The place of the greatest f."""
         found, where = -np.inf, None
-        for i, t in self.scan():
-            values = f(self.pieces[i].curve(t))
+        for i, t, places in self.scan():
+            values = f(places)
             k = int(np.argmax(values))
             if values[k] > found:
                 found, where = values[k], (i, t[max(k - 1, 0)], t[k], t[min(k + 1, len(t) - 1)])
         i, low, middle, high = where
         piece = self.pieces[i]
-        low, high = max(low - (high - low), piece.t[0]), min(high + (high - low), piece.t[-1])
         result = minimize_scalar(lambda t: -f(piece.curve(np.array([t])))[0], bounds=(low, high),
                                  method="bounded", options={"xatol": 1e-13})
         return (i, result.x) if -result.fun >= found else (i, middle)
 
     def crossings(self, f):
         """All places where f changes its sign or is 0."""
-        places = []
-        for i, t in self.scan():
-            values = f(self.pieces[i].curve(t))
-            for a, b, fa, fb in zip(t, t[1:], values, values[1:]):
-                if fa == 0 or abs(fa) < 1e-12:
-                    places.append((i, a))
-                elif fa * fb < 0:
-                    g = lambda u: f(self.pieces[i].curve(np.array([u])))[0]
-                    places.append((i, brentq(g, a, b, xtol=1e-15)))
-            if abs(values[-1]) < 1e-12:
-                places.append((i, t[-1]))
-        return places
+        found = []
+        for i, t, places in self.scan():
+            values = f(places)
+            found += [(i, t[k]) for k in np.flatnonzero(np.abs(values) < 1e-12)]
+            g = lambda u: f(self.pieces[i].curve(np.array([u])))[0]
+            found += [(i, brentq(g, t[k], t[k + 1], xtol=1e-15))
+                      for k in np.flatnonzero(values[:-1] * values[1:] < 0)]
+        return found
 
     def length_between(self, start, end):
         total = 0
