@@ -238,8 +238,9 @@ def second(points, openings, kind):
         tail = lambda q: (q - le) @ axis - 0.98 * chord
         height = lambda q: (q - le) @ np.array([-axis[1], axis[0]])
         ends = [cut(o, nose, tail, height, side) for side in (1, -1)]
-        m["trailing_edge_angle"] = np.degrees(
-            turn(o.p[0] - o.at(ends[0]), o.p[-1] - o.at(ends[1])))
+        if None not in ends:
+            m["trailing_edge_angle"] = np.degrees(
+                turn(o.p[0] - o.at(ends[0]), o.p[-1] - o.at(ends[1])))
         if not o.equal_sides:
             m["area"] = o.area()
             origin = o.p[0]
@@ -255,6 +256,8 @@ def second(points, openings, kind):
     m["stations"] = []
     for x in OPENINGS:
         upper, lower = vertical(x, 1), vertical(x, -1)
+        if upper is None or lower is None:
+            continue
         m["stations"].append((o.at(upper)[1], o.at(lower)[1], o.length_between(begin, upper),
                               o.length_between(lower, end)))
     return m
