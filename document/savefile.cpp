@@ -17,11 +17,11 @@ namespace fs = std::filesystem;
 
 namespace {
 
-bool write_in_place(const char* path, const QByteArray& bytes, bool regular) {
-    // A pipe that nobody reads is refused; a slow reader is waited for.
+bool write_in_place(const char* path, const QByteArray& bytes, bool regular, bool waits) {
+    // A pipe that nobody reads is refused.
     const int fd = ::open(path, O_WRONLY | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     QFile file;
-    return fd >= 0 && ::fcntl(fd, F_SETFL, 0) == 0 &&
+    return fd >= 0 && (!waits || ::fcntl(fd, F_SETFL, 0) == 0) &&
            file.open(fd, QIODevice::WriteOnly | QIODevice::Unbuffered, QFile::AutoCloseHandle) &&
            file.write(bytes) == bytes.size() && (!regular || ::fsync(fd) == 0);
 }
@@ -38,7 +38,7 @@ bool replace(const fs::path& path, const QByteArray& bytes, const fs::file_statu
 
 } // namespace
 
-bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwrite) {
+bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwrite, bool waits) {
     // A limit on the size of files would end the process.
     [[maybe_unused]] static const auto before = std::signal(SIGXFSZ, SIG_IGN);
     std::error_code error;
@@ -56,7 +56,7 @@ bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwri
     // A file that only links of the system lead to has no name: its count is 0.
     const bool alone = regular && fs::hard_link_count(given, error) == 1;
     if (fs::exists(old) && (!alone || ::euidaccess(folder.c_str(), W_OK) != 0))
-        return write_in_place(path.constData(), bytes, regular);
+        return write_in_place(path.constData(), bytes, regular, waits);
     if (folder.empty())
         return false;
 
@@ -75,5 +75,6 @@ bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwri
 }
 
 bool write_file(const QString& name, const QByteArray& bytes) {
-    return write_file_at(QFile::encodeName(name), bytes);
+    // A window that waited for the reader of a pipe would stand still.
+    return write_file_at(QFile::encodeName(name), bytes, true, false);
 }

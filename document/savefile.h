@@ -13,11 +13,13 @@
 /// From the first call on, a limit on the size of files is an error and no longer ends
 /// the process. Threads may save different files at once.
 /// @return whether all bytes are known to be written; false for an empty name, one with
-///         a null character, a folder, a pipe that nobody reads, and a target without
-///         write permission
+///         a null character, a folder, a pipe that nobody reads or that is full, and a
+///         target without write permission
 bool write_file(const QString& name, const QByteArray& bytes);
 
 /// The same for the bytes of a path, which need not be UTF-8.
 /// @param overwrite whether a regular file that is there already is replaced; one that
 ///                  another program makes during the call is replaced in any case
-bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwrite = true);
+/// @param waits     whether the reader of a full pipe is waited for
+bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwrite = true,
+                   bool waits = true);

@@ -45,7 +45,7 @@ int call_unless_failing(const char* name, Values... values) {
 
 } // namespace
 
-// These stand before those of the system, for the toolkit too.
+// These stand before those of the system, for Qt too.
 extern "C" {
 int fsync(int fd) {
     return call_unless_failing("fsync", fd);
@@ -389,13 +389,15 @@ void tst_saving::slow_reader() {
     QFile reader;
     QVERIFY(reader.open(fd, QIODevice::ReadOnly, QFile::AutoCloseHandle));
     const pid_t process = in_other_process([&] {
-        if (!write_file(pipe, QByteArray(300'000, 'n')))
+        if (!write_file_at(QFile::encodeName(pipe), QByteArray(300'000, 'n')))
             ::_exit(1);
     });
     QByteArray bytes;
     QTRY_COMPARE((bytes += reader.readAll()).size(), 300'000);
     QCOMPARE(result_of(process), 0);
     QVERIFY(S_ISFIFO(status_of(pipe).st_mode));
+    // The window does not wait.
+    QVERIFY(!write_file(pipe, QByteArray(300'000, 'n')));
 }
 
 void tst_saving::failing_disk_data() {
@@ -405,7 +407,7 @@ void tst_saving::failing_disk_data() {
     QTest::newRow("renaming") << QByteArray("rename");
 }
 
-// A disk that takes no new file shall not be trusted with the place of the old one.
+// A disk that takes no new file must not be trusted with the place of the old one.
 void tst_saving::failing_disk() {
     QFETCH(QByteArray, call);
     const int nameless = open_nameless(dir->path());
