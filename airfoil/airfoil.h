@@ -23,7 +23,8 @@ class QTextEdit;
 /// @{
 
 /// The outline of a coordinate table, normalised twice by Normalize_airfoil2.
-/// @return empty when the file cannot be read or its layout is not recognised
+/// @return empty when the file cannot be read, its layout is not recognised, or it has
+///         more than 4 million points
 QPolygonF airfoil_Read(QString fileName);
 
 /// What airfoil_Read makes of a file that holds @p bytes, however many they are.

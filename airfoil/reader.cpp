@@ -10,9 +10,14 @@
 
 #include <cstddef>
 #include <new>
+#include <utility>
 #include <vector>
 
 namespace {
+
+// The table pane and the picture take some 100 bytes and 3 microseconds a point: a longer
+// outline would use up the memory or stop the window.
+constexpr qsizetype most_points = 4'000'000;
 
 // The decimal separators of a line; its last character is not looked at.
 int separator_count(const QString& line) {
@@ -115,7 +120,10 @@ QPolygonF outline_of_any_layout(const QByteArray& text) {
 
 // One pass scales by the extent of the whole table, the second by what is left of it.
 QPolygonF normalized_outline(const QByteArray& text) {
-    return Normalize_airfoil2(Normalize_airfoil2(outline_of_any_layout(text), 1), 1);
+    QPolygonF outline = outline_of_any_layout(text);
+    if (outline.size() > most_points)
+        return QPolygonF();
+    return Normalize_airfoil2(Normalize_airfoil2(std::move(outline), 1), 1);
 }
 
 // What @p work makes of the text of a file; nothing when the memory does not suffice.

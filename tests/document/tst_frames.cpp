@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The frames of coordinates and the way of a spline between them.
 #include "document/frames.h"
+#include "support/exactcompare.h"
 #include "support/testmain.h"
 
 #include <QTest>
@@ -89,8 +90,8 @@ void tst_frames::points_there_and_back() {
 
 void tst_frames::view_there_and_back() {
     const View view = {2.0, QPointF(10.0, -5.0)};
-    QCOMPARE(view.to_widget(QPointF(3.0, 4.0)), QPointF(16.0, 3.0));
-    QCOMPARE(view.to_logical(QPointF(16.0, 3.0)), QPointF(3.0, 4.0));
+    COMPARE_BITS(view.to_widget(QPointF(3.0, 4.0)), QPointF(16.0, 3.0));
+    COMPARE_BITS(view.to_logical(QPointF(16.0, 3.0)), QPointF(3.0, 4.0));
 }
 
 void tst_frames::chord_units_of_any_drawing_data() {
@@ -100,7 +101,7 @@ void tst_frames::chord_units_of_any_drawing_data() {
     QTest::newRow("small") << QSize(555, 400) << QPointF();
     QTest::newRow("large") << QSize(3840, 2160) << QPointF();
     QTest::newRow("shifted") << QSize(1024, 768) << QPointF(-3000.0, 777.0);
-    QTest::newRow("beyond_the_search") << QSize(1024, 768) << QPointF(50000.0, -90000.0);
+    QTest::newRow("beyond-the-search") << QSize(1024, 768) << QPointF(50000.0, -90000.0);
 }
 
 void tst_frames::chord_units_of_any_drawing() {
@@ -125,9 +126,9 @@ void tst_frames::chord_units_of_any_drawing() {
 void tst_frames::splines_without_a_place_data() {
     QTest::addColumn<int>("count");
     QTest::addColumn<QPointF>("points");
-    QTest::newRow("no_points") << 0 << QPointF();
-    QTest::newRow("no_width") << 5 << QPointF(3.0, 4.0);
-    QTest::newRow("not_finite") << 5 << QPointF(std::numeric_limits<double>::quiet_NaN(), 0.0);
+    QTest::newRow("no-points") << 0 << QPointF();
+    QTest::newRow("no-width") << 5 << QPointF(3.0, 4.0);
+    QTest::newRow("not-finite") << 5 << QPointF(std::numeric_limits<double>::quiet_NaN(), 0.0);
     QTest::newRow("infinite") << 5 << QPointF(std::numeric_limits<double>::infinity(), 0.0);
 }
 
