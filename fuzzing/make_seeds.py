@@ -64,6 +64,16 @@ def tables():
     yield "damaged-text", b"1.0 0.0\xc3\n0.5\x000.1\n\xef\xbb\xbf0.0 0.0\n\xff\xfe0.5 -0.1\n1.0 0.0\xe2\x82"
     yield "long-numbers", f"{'9' * 60} 0.0\n0.{'3' * 40} -{'1' * 20}.5\n1e308 0.0\n--5 1.2.3\n1. .5\n5- -\n"
     yield "one-place", "0.5 0.5\n0.5 0.5\n0.5 0.5\n"
+    halves = ["  ".join((f"{x:.5f}", f"{y:.5f}")) for side in (upper, [(x, -y) for x, y in upper])
+              for x, y in reversed(side)]
+    yield "halves", "Section\n9. 9.\n\n" + "\n".join(halves[:9] + [""] + halves[9:]) + "\n"
+    yield "flag-and-counts", "F\nN\n0 Sym Flag\n9 Upper\n9 Lower\n" + "\n".join(halves) + "\n"
+    yield "profile", "p\n17\n10\n3\n6\n" + "\n".join(rows) + "\n 1 1A 1 47.0\n"
+    yield "point-numbers", "\n".join(f"{i} {row} 0.0" for i, row in enumerate(rows, 1)) + "\n"
+    yield "pairs", "x,y,x,y\n" + "\n".join(f"{x},{y},{x},-{y}" for x, y in upper) + "\n"
+    yield "in-turn", "\n".join(f"{x} -{y}\n{x} {y}" for x, y in reversed(upper)) + "\n"
+    yield "elements", "\n".join(rows) + "\n999.0 999.0\n" + "\n".join(rows) + "\n"
+    yield "percent", ";x\n" + "\n".join(f"{100 * x:.2f};{100 * y:.3f}" for x, y in outline) + "\n"
 
 
 for folder, inputs in (("spline", splines()), ("tables", tables())):
