@@ -1,0 +1,107 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// A drawing as plain records, which every writer replays.
+#pragma once
+
+#include <QPointF>
+#include <QPolygonF>
+#include <QRectF>
+#include <QString>
+
+#include <array>
+#include <variant>
+#include <vector>
+
+namespace drawings {
+
+/// What an element stands for.
+enum class Layer { cut, stitch, mouth, marks, grain, chord, text, scale };
+
+inline constexpr int layer_count = 8;
+
+/// Names of the layers in a file, in the order of Layer.
+using LayerNames = std::array<QString, layer_count>;
+
+/// CUT, STITCH, MOUTH, MARKS, GRAIN, CHORD, TEXT, SCALE.
+LayerNames standard_layer_names();
+
+/// A Bezier segment that begins where the one before ends.
+struct Segment {
+    int degree = 1;                    ///< 1: straight line, 2: parabola, 3: cubic.
+    std::array<QPointF, 2> controls{}; ///< The first degree - 1 of them are used.
+    QPointF end;
+};
+
+/// A chain of segments.
+struct Path {
+    QPointF start;
+    std::vector<Segment> segments;
+    bool closed = false; ///< A straight line leads from the end back to the start.
+};
+
+/// A circle, not filled.
+struct Circle {
+    QPointF centre;
+    double radius = 0.0;
+};
+
+/// A point for a machine that pricks or punches.
+struct Dot {
+    QPointF at;
+};
+
+/// One line of text, never turned and never mirrored.
+struct Text {
+    QPointF at;          ///< Left end of the line on which the letters stand.
+    double height = 5.0; ///< Of a capital letter.
+    QString text;
+};
+
+struct Element {
+    Layer layer = Layer::cut;
+    std::variant<Path, Circle, Dot, Text> shape;
+};
+
+/// Coordinates and lengths in millimetres, y upwards.
+struct Scene {
+    std::vector<Element> elements;
+
+    void add(Layer layer, Path path) { elements.push_back({layer, std::move(path)}); }
+    void add(Layer layer, Circle circle) { elements.push_back({layer, circle}); }
+    void add(Layer layer, Dot dot) { elements.push_back({layer, dot}); }
+    void add(Layer layer, Text text) { elements.push_back({layer, std::move(text)}); }
+
+    /// Adds the elements of @p other, moved by @p shift.
+    void add(const Scene& other, QPointF shift);
+};
+
+/// The path through @p points; without segments for fewer than two.
+Path path_through(const QPolygonF& points, bool closed);
+
+/// The straight line from @p a to @p b.
+Path line(QPointF a, QPointF b);
+
+/// The point of a segment that begins at @p start, at the parameter @p u from 0 to 1.
+QPointF position(QPointF start, const Segment& segment, double u);
+
+/// The vertices of a polyline off the path by at most @p flatness: all lie on the path, and
+/// joints are among them. The start of a closed path is not repeated.
+/// @param flatness mm, above 0; a segment becomes at most 10,000 lines
+QPolygonF flattened(const Path& path, double flatness);
+
+/// An estimate of what a text covers: 0.8 of the height for each character, capitals above
+/// the line and a quarter of the height below it.
+QRectF text_box(const Text& text);
+
+/// The least box (mm) around all elements with paths flattened by @p flatness and texts
+/// by text_box(). Its top() is the least y. Empty for a scene without elements.
+QRectF bounds(const Scene& scene, double flatness);
+
+/// @p scene flipped left and right about the vertical line at @p x. Texts stay readable and
+/// are moved such that their boxes are flipped.
+Scene mirrored(const Scene& scene, double x);
+
+/// @p text without what no file can hold: control characters become blanks, halves of
+/// surrogate pairs and noncharacters U+FFFD.
+QString printable(const QString& text);
+
+} // namespace drawings

@@ -1,0 +1,17 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Drawings as SVG 1.1 (https://www.w3.org/TR/SVG11/).
+#pragma once
+
+#include "drawings/output.h"
+
+#include <QByteArray>
+
+namespace drawings {
+
+/// @p scene as an SVG file that prints 1:1: one user unit is one unit of @p settings, y is
+/// turned downwards, and around the drawing is a margin of 5 mm. Parabolas and cubics are
+/// written as they are, coordinates to 1e-9 of the unit. A layer is a group with the name
+/// of the layer, which drawing programs show as a layer too.
+QByteArray svg(const Scene& scene, const OutputSettings& settings = {});
+
+} // namespace drawings
