@@ -1,0 +1,81 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// A rib at full size: what is cut, stitched and marked.
+#pragma once
+
+#include "drawings/scene.h"
+#include "sections/section.h"
+
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+#include <vector>
+
+namespace drawings {
+
+/// How a rib goes across the mouth of its intake.
+enum class Intake {
+    curve,    ///< It follows the curve.
+    straight, ///< A straight line from one end of the mouth to the other.
+    open,     ///< Not at all: two pieces, which cannot be cut out.
+};
+
+/// What a mark looks like.
+enum class MarkShape {
+    point,  ///< A point in the middle of the allowance.
+    circle, ///< A circle there, a quarter of the allowance in radius, at most 2.5 mm.
+    notch,  ///< A line from the outer edge to the middle of the allowance.
+};
+
+/// A mark where a vertical cut meets one side.
+struct StationMark {
+    bool upper = false;
+    double percent = 0.0; ///< Of the chord, in the window's frame.
+};
+
+struct RibOptions {
+    double chord = 0.0;     ///< mm, above 0 and at most 100,000.
+    double allowance = 0.0; ///< mm, 0..1000, as the next two; 0: the edge is the curve itself.
+    std::optional<double> allowance_trailing_edge; ///< As the allowance where it is not given.
+    std::optional<double> allowance_mouth;         ///< The same.
+    Intake intake = Intake::curve;
+    double mark_step = 0.0; ///< mm along the surface, at least 1; 0 for none.
+    std::vector<StationMark> mark_at;
+    MarkShape mark = MarkShape::notch;
+    std::optional<double> grain; ///< Degrees from the chord line, positive nose up.
+    bool mirror = false;         ///< Nose to the right.
+    QString text;                ///< Empty for none.
+    double flatness = 0.01;      ///< mm, 0.001..1.
+};
+
+struct RibResult {
+    std::optional<Scene> scene;
+    QString reason;    ///< Why there is none; empty when there is one.
+    QStringList notes; ///< What needs a look.
+};
+
+/// The rib of @p section with the width of the chord, nose left, upper side up. The origin is
+/// below or above the nose, on the line y = 0 of the window's frame.
+///
+/// - CUT: the outer edge, closed; see cut_edge(). Without allowances the curve itself.
+/// - STITCH: the curve, closed by a straight line between the ends of the trailing edge.
+/// - MOUTH: a line at each end of the mouth, across the allowance, or 3 mm inwards.
+/// - MARKS: every step along the surface from the trailing edge, on the upper panel round the
+///   nose as far as the mouth, on the lower one as far as the mouth; without a mouth on both
+///   sides as far as the leading edge. And where stations are wanted. They lie in the
+///   allowance; without one a notch goes 3 mm inwards, and a circle has a radius of 1 mm.
+/// - GRAIN: an arrow with two heads. CHORD: from the leading edge to the trailing edge.
+/// - TEXT: one line of 2.5 to 15 mm between chord line and upper side, as large as fits;
+///   below the rib where that is too small for it.
+///
+/// Refused with a reason: a mouth wanted open or with an allowance of its own where the section
+/// has none, and an open mouth with allowances.
+RibResult rib(const sections::Section& section, const RibOptions& options);
+
+/// Adds the bar of 100 mm with its text below everything, at the left.
+void add_scale_bar(Scene& scene, double flatness);
+
+/// @p pattern with {name}, {chord} (mm, without trailing zeros) and {n} filled in.
+QString filled_text(const QString& pattern, const QString& name, double chord, int n);
+
+} // namespace drawings
