@@ -2,6 +2,7 @@
 #include "drawings/lettering.h"
 
 #include "drawings/numbers.h"
+#include "drawings/page.h"
 #include "sections/plane.h"
 
 #include <algorithm>
@@ -30,29 +31,11 @@ constexpr double bar_gap = 15.0;
 
 // Whether all of the outline, and of the chord line, stays out of the box.
 bool is_free(const QRectF& box, const QPolygonF& outline, QPointF nose, QPointF tail) {
-    const auto crosses = [&box](QPointF a, QPointF b) {
-        // Clipped to the box by each of its sides (Liang and Barsky).
-        double from = 0.0;
-        double to = 1.0;
-        const QPointF d = b - a;
-        const double steps[] = {-d.x(), d.x(), -d.y(), d.y()};
-        const double room[] = {a.x() - box.left(), box.right() - a.x(), a.y() - box.top(),
-                               box.bottom() - a.y()};
-        for (int i = 0; i < 4; ++i) {
-            if (steps[i] == 0.0 && room[i] < 0.0)
-                return false;
-            if (steps[i] < 0.0)
-                from = std::max(from, room[i] / steps[i]);
-            else if (steps[i] > 0.0)
-                to = std::min(to, room[i] / steps[i]);
-        }
-        return from <= to;
-    };
     for (qsizetype i = 1; i < outline.size(); ++i) {
-        if (crosses(outline[i - 1], outline[i]))
+        if (meet(box, outline[i - 1], outline[i]))
             return false;
     }
-    return !crosses(nose, tail);
+    return !meet(box, nose, tail);
 }
 
 } // namespace

@@ -2,21 +2,14 @@
 #include "drawings/svg.h"
 
 #include "drawings/numbers.h"
-
-#include <cmath>
+#include "drawings/page.h"
 
 namespace drawings {
 
 namespace {
 
-constexpr double margin = 5.0;
-constexpr double line_width = 0.2;
-constexpr double dot_width = 1.0;
 // Of most sans-serif fonts.
 constexpr double em_of_capital = 1.0 / 0.72;
-
-constexpr const char* colours[layer_count] = {"#c00000", "#000000", "#a000a0", "#007000",
-                                              "#606060", "#0050a0", "#000000", "#0050a0"};
 
 class Svg {
 public:
@@ -36,18 +29,14 @@ private:
     QByteArray pair(QPointF p) const { return number(p.x()) + ' ' + number(-p.y()); }
 
     void put_head() {
-        const QRectF box = bounds(scene, settings.flatness);
-        const double left = std::floor(box.left() - margin);
-        const double top = std::ceil(box.bottom() + margin);
-        const double width = std::ceil(box.right() + margin) - left;
-        const double height = top - std::floor(box.top() - margin);
+        const QRectF box = page_box(scene, settings.flatness);
         const QByteArray unit = settings.unit == Unit::cm ? "cm" : "mm";
         out += "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
                "<svg xmlns=\"http://www.w3.org/2000/svg\" "
                "xmlns:inkscape=\"http://www.inkscape.org/namespaces/inkscape\" version=\"1.1\" ";
-        out += "width=\"" + number(width) + unit + "\" height=\"" + number(height) + unit +
-               "\" viewBox=\"" + pair({left, top}) + ' ' + number(width) + ' ' + number(height) +
-               "\" fill=\"none\" stroke-width=\"" + number(line_width) +
+        out += "width=\"" + number(box.width()) + unit + "\" height=\"" + number(box.height()) +
+               unit + "\" viewBox=\"" + pair(box.bottomLeft()) + ' ' + number(box.width()) + ' ' +
+               number(box.height()) + "\" fill=\"none\" stroke-width=\"" + number(line_width) +
                "\" stroke-linejoin=\"round\" stroke-linecap=\"round\">\n";
     }
 
@@ -60,8 +49,8 @@ private:
                 const auto index = std::size_t(layer);
                 out += "<g id=\"" + standard_layer_names()[index].toUtf8() +
                        "\" inkscape:groupmode=\"layer\" inkscape:label=\"" +
-                       settings.layer_names[index].toUtf8() + "\" stroke=\"" + colours[int(layer)] +
-                       "\">\n";
+                       settings.layer_names[index].toUtf8() + "\" stroke=\"" +
+                       layer_colours[int(layer)] + "\">\n";
                 open = true;
             }
             std::visit([this, layer](const auto& shape) { put(layer, shape); }, element.shape);
@@ -96,8 +85,8 @@ private:
     void put(Layer layer, const Text& text) {
         out += "<text x=\"" + number(text.at.x()) + "\" y=\"" + number(-text.at.y()) +
                "\" font-family=\"sans-serif\" font-size=\"" + number(text.height * em_of_capital) +
-               "\" xml:space=\"preserve\" stroke=\"none\" fill=\"" + colours[int(layer)] + "\">" +
-               printable(text.text).toHtmlEscaped().toUtf8() + "</text>\n";
+               "\" xml:space=\"preserve\" stroke=\"none\" fill=\"" + layer_colours[int(layer)] +
+               "\">" + printable(text.text).toHtmlEscaped().toUtf8() + "</text>\n";
     }
 
     const Scene& scene;

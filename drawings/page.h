@@ -1,0 +1,24 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// What the writers for people, SVG and PDF, have in common.
+#pragma once
+
+#include "drawings/scene.h"
+
+#include <QRectF>
+
+namespace drawings {
+
+inline constexpr double line_width = 0.2; ///< mm.
+inline constexpr double dot_width = 1.0;  ///< mm.
+
+/// Colours of the layers as #rrggbb, readable on white, in the order of Layer.
+inline constexpr const char* layer_colours[layer_count] = {
+    "#c00000", "#000000", "#a000a0", "#007000", "#606060", "#0050a0", "#000000", "#0050a0"};
+
+/// The box around a scene (mm, whole numbers) with a margin of 5 mm; top() is the least y.
+QRectF page_box(const Scene& scene, double flatness);
+
+/// Whether the straight line from @p a to @p b and the box have a point in common.
+bool meet(const QRectF& box, QPointF a, QPointF b);
+
+} // namespace drawings

@@ -1,0 +1,265 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "drawings/pdf.h"
+
+#include "drawings/page.h"
+
+#include <QBuffer>
+#include <QFontDatabase>
+#include <QMutex>
+#include <QPainter>
+#include <QPainterPath>
+#include <QPdfWriter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace drawings {
+
+namespace {
+
+constexpr double points_per_mm = 72.0 / 25.4;
+constexpr int resolution = 1200;
+constexpr double dots_per_mm = resolution / 25.4;
+
+// Part of a drawing that one sheet shows, mm, and the margin around it.
+constexpr double sheet_width = 277.0;
+constexpr double sheet_height = 190.0;
+constexpr double sheet_margin = 10.0;
+constexpr double overlap = 4.0;
+constexpr double label_height = 2.5;
+
+// Glyphs are drawn at this size and scaled: sizes of fonts in pixels are whole numbers.
+constexpr int font_size = 1000;
+constexpr double capital = 729.0; // of this font at that size
+
+QString font_file() {
+    return QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
+}
+
+// Taken from the file, whatever fonts the system prefers, and without glyphs of other fonts.
+std::optional<QFont> fixed_font() {
+    static const int id = QFontDatabase::addApplicationFont(font_file());
+    const QStringList families = QFontDatabase::applicationFontFamilies(id);
+    if (families.isEmpty())
+        return std::nullopt;
+    QFont font(families.first());
+    font.setPixelSize(font_size);
+    font.setHintingPreference(QFont::PreferNoHinting);
+    font.setStyleStrategy(QFont::NoFontMerging);
+    return font;
+}
+
+// Blanks where the writer names itself and the time, so that no byte moves.
+void clear_information(QByteArray& file) {
+    const qsizetype start = file.indexOf("1 0 obj\n<<") + 10;
+    const qsizetype end = file.indexOf(">>\nendobj", start);
+    if (start >= 10 && end >= 0)
+        std::fill(file.begin() + start, file.begin() + end, ' ');
+}
+
+QPainterPath painter_path(const Path& path) {
+    QPainterPath result(path.start);
+    for (const Segment& segment : path.segments) {
+        if (segment.degree == 1)
+            result.lineTo(segment.end);
+        else if (segment.degree == 2)
+            result.quadTo(segment.controls[0], segment.end);
+        else
+            result.cubicTo(segment.controls[0], segment.controls[1], segment.end);
+    }
+    if (path.closed)
+        result.closeSubpath();
+    return result;
+}
+
+class Pages {
+public:
+    Pages(const Scene& whole, const OutputSettings& given, const QFont& letters)
+        : scene(whole), box(page_box(whole, given.flatness)), flatness(given.flatness),
+          font(letters), buffer(&bytes), writer(open(buffer)) {
+        writer.setResolution(resolution);
+    }
+
+    PdfResult whole() {
+        if (std::max(box.width(), box.height()) > pdf_limit)
+            return {{},
+                    QStringLiteral("a page of %1 x %2 mm; pages of PDF end at %3 mm")
+                        .arg(box.width())
+                        .arg(box.height())
+                        .arg(pdf_limit)};
+        const QSizeF size(std::ceil(box.width() * points_per_mm),
+                          std::ceil(box.height() * points_per_mm));
+        set_page(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch));
+        painter.begin(&writer);
+        show(box, {0.0, 0.0});
+        return finished();
+    }
+
+    PdfResult sheets() {
+        const int columns = int(std::ceil(box.width() / sheet_width));
+        const int rows = int(std::ceil(box.height() / sheet_height));
+        if (double(columns) * rows > most_sheets)
+            return {{},
+                    QStringLiteral("%1 x %2 sheets; the most are %3")
+                        .arg(columns)
+                        .arg(rows)
+                        .arg(most_sheets)};
+        set_page(QPageSize(QSizeF(297.0, 210.0), QPageSize::Millimeter, QString(),
+                           QPageSize::ExactMatch));
+        bool first = true;
+        for (int row = 0; row < rows; ++row) {
+            for (int column = 0; column < columns; ++column) {
+                const QPointF corner(box.left() + column * sheet_width,
+                                     box.bottom() - (row + 1) * sheet_height);
+                const QRectF part(corner, QSizeF(sheet_width, sheet_height));
+                if (!has_content(part))
+                    continue;
+                if (first)
+                    painter.begin(&writer);
+                else
+                    writer.newPage();
+                first = false;
+                put_sheet(part, QStringLiteral("row %1 of %2, column %3 of %4")
+                                    .arg(row + 1)
+                                    .arg(rows)
+                                    .arg(column + 1)
+                                    .arg(columns));
+            }
+        }
+        if (first)
+            painter.begin(&writer);
+        return finished();
+    }
+
+private:
+    static QIODevice* open(QBuffer& buffer) {
+        buffer.open(QIODevice::WriteOnly);
+        return &buffer;
+    }
+
+    void set_page(const QPageSize& size) {
+        writer.setPageLayout(QPageLayout(size, QPageLayout::Portrait, QMarginsF()));
+    }
+
+    PdfResult finished() {
+        painter.end();
+        buffer.close();
+        clear_information(bytes);
+        return {bytes, {}};
+    }
+
+    // The part of the scene with its upper left corner at @p place of the page (mm).
+    void show(const QRectF& part, QPointF place) {
+        painter.save();
+        painter.scale(dots_per_mm, dots_per_mm);
+        painter.translate(place.x() - part.left(), place.y() + part.bottom());
+        painter.scale(1.0, -1.0);
+        painter.setBrush(Qt::NoBrush);
+        for (const Element& element : scene.elements) {
+            const QColor colour{QLatin1String(layer_colours[int(element.layer)])};
+            set_pen(colour, line_width);
+            std::visit([&](const auto& shape) { put(shape, colour); }, element.shape);
+        }
+        painter.restore();
+    }
+
+    void put_sheet(const QRectF& part, const QString& label) {
+        const QRectF own(sheet_margin, sheet_margin, sheet_width, sheet_height);
+        painter.save();
+        painter.save();
+        painter.scale(dots_per_mm, dots_per_mm);
+        const QRectF shown = own.adjusted(-overlap, -overlap, overlap, overlap);
+        painter.setClipRect(shown);
+        painter.scale(1.0 / dots_per_mm, 1.0 / dots_per_mm);
+        show(part, own.topLeft());
+        painter.restore();
+
+        painter.scale(dots_per_mm, dots_per_mm);
+        painter.translate(0.0, 210.0);
+        painter.scale(1.0, -1.0);
+        set_pen(Qt::gray, line_width);
+        for (const double x : {sheet_margin, sheet_margin + sheet_width}) {
+            for (const double y : {sheet_margin, sheet_margin + sheet_height}) {
+                painter.drawLine(QPointF(x - overlap, y), QPointF(x + overlap, y));
+                painter.drawLine(QPointF(x, y - overlap), QPointF(x, y + overlap));
+            }
+        }
+        put(Text{{sheet_margin + 2.0 * overlap, sheet_margin + 1.0}, label_height, label},
+            Qt::gray);
+        painter.restore();
+    }
+
+    bool has_content(const QRectF& part) const {
+        Scene single;
+        for (const Element& element : scene.elements) {
+            if (const auto* path = std::get_if<Path>(&element.shape)) {
+                QPolygonF points = flattened(*path, flatness);
+                if (path->closed)
+                    points.append(path->start);
+                for (qsizetype i = 1; i < points.size(); ++i) {
+                    if (meet(part, points[i - 1], points[i]))
+                        return true;
+                }
+                continue;
+            }
+            single.elements = {element};
+            const QRectF own = bounds(single, flatness);
+            if (own.right() >= part.left() && own.left() <= part.right() &&
+                own.bottom() >= part.top() && own.top() <= part.bottom())
+                return true;
+        }
+        return false;
+    }
+
+    void set_pen(const QColor& colour, double width) {
+        painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    }
+
+    void put(const Path& path, const QColor&) { painter.drawPath(painter_path(path)); }
+
+    void put(const Circle& circle, const QColor&) {
+        painter.drawEllipse(circle.centre, circle.radius, circle.radius);
+    }
+
+    void put(const Dot& dot, const QColor& colour) {
+        painter.setPen(Qt::NoPen);
+        painter.setBrush(colour);
+        painter.drawEllipse(dot.at, 0.5 * dot_width, 0.5 * dot_width);
+        painter.setBrush(Qt::NoBrush);
+    }
+
+    void put(const Text& text, const QColor& colour) {
+        painter.save();
+        painter.translate(text.at);
+        const double scale = text.height / capital;
+        painter.scale(scale, -scale);
+        painter.setFont(font);
+        painter.setPen(colour);
+        painter.drawText(QPointF(0.0, 0.0), printable(text.text));
+        painter.restore();
+    }
+
+    const Scene& scene;
+    const QRectF box;
+    const double flatness;
+    const QFont font;
+    QByteArray bytes;
+    QBuffer buffer;
+    QPdfWriter writer;
+    QPainter painter;
+};
+
+} // namespace
+
+PdfResult pdf(const Scene& scene, const OutputSettings& settings, Tiling tiling) {
+    // Fonts are shared by all threads.
+    static QMutex turn;
+    const QMutexLocker lock(&turn);
+    const std::optional<QFont> font = fixed_font();
+    if (!font)
+        return {{}, QStringLiteral("no font ") + font_file()};
+    Pages pages(scene, settings, *font);
+    return tiling == Tiling::a4 ? pages.sheets() : pages.whole();
+}
+
+} // namespace drawings
