@@ -75,12 +75,13 @@ QPainterPath painter_path(const Path& path) {
 class Pages {
 public:
     Pages(const Scene& whole, const OutputSettings& given, const QFont& letters)
-        : scene(whole), box(page_box(whole, given.flatness)), flatness(given.flatness),
-          font(letters), buffer(&bytes), writer(open(buffer)) {
+        : scene(whole), box(bounds(whole, given.flatness)), flatness(given.flatness), font(letters),
+          buffer(&bytes), writer(open(buffer)) {
         writer.setResolution(resolution);
     }
 
     PdfResult whole() {
+        box = page_box(scene, flatness);
         if (std::max(box.width(), box.height()) > pdf_limit)
             return {{},
                     QStringLiteral("a page of %1 x %2 mm; pages of PDF end at %3 mm")
@@ -240,7 +241,7 @@ private:
     }
 
     const Scene& scene;
-    const QRectF box;
+    QRectF box;
     const double flatness;
     const QFont font;
     QByteArray bytes;

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Texts as lines, for plotters without fonts.
+#pragma once
+
+#include "drawings/scene.h"
+
+#include <QString>
+
+namespace drawings {
+
+/// Replaces the texts of @p scene by lines: digits, capitals, '.', '-', '/' and the blank.
+/// Small letters are drawn as capitals. Each character is as wide as text_box() says.
+/// @return the other characters, each once: they are left out
+QString stroke_texts(Scene& scene);
+
+} // namespace drawings
