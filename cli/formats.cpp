@@ -27,9 +27,20 @@ std::string ending_of_name(const std::string& name) {
 
 } // namespace
 
+std::vector<std::string> drawing_formats() {
+    return {"dxf", "svg", "pdf"};
+}
+
+bool is_drawing(const std::string& name) {
+    const std::vector<std::string> names = drawing_formats();
+    return std::find(names.begin(), names.end(), name) != names.end();
+}
+
 std::vector<std::string> output_formats() {
     std::vector<std::string> names = texts_of(tables::format_names());
     names.emplace_back(spline_format);
+    for (const std::string& name : drawing_formats())
+        names.push_back(name);
     return names;
 }
 
@@ -48,7 +59,8 @@ Chosen choose_format(const std::string& to, const std::string& output) {
     if (ending.empty() || ending == ".txt" || ending == ".dat")
         return {output_formats().front(), {}};
     const std::string name = ending.substr(1);
-    const std::vector<std::string> known = {"csv", "json", spline_format};
+    std::vector<std::string> known = drawing_formats();
+    known.insert(known.end(), {"csv", "json", spline_format});
     if (std::find(known.begin(), known.end(), name) != known.end())
         return {name, {}};
     return {{}, "the ending " + shown(ending) + " is that of no format; --to names one"};
@@ -57,7 +69,7 @@ Chosen choose_format(const std::string& to, const std::string& output) {
 std::string ending_of_format(const std::string& name) {
     if (name == "selig" || name == "lednicer")
         return ".dat";
-    if (name == "csv" || name == "json" || name == spline_format)
+    if (name == "csv" || name == "json" || name == spline_format || is_drawing(name))
         return "." + name;
     return ".txt";
 }

@@ -13,6 +13,12 @@ namespace cli {
 /// The name of spline files among the formats.
 constexpr const char* spline_format = "spl";
 
+/// The names of the formats that are drawings.
+std::vector<std::string> drawing_formats();
+
+/// Whether @p name is one of them.
+bool is_drawing(const std::string& name);
+
 /// What `--to` takes, the default first.
 std::vector<std::string> output_formats();
 

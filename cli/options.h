@@ -40,6 +40,27 @@ struct Options {
     bool normalize = false;
     std::vector<double> openings; ///< None, or O-1 and O-2 in percent of the chord.
     std::vector<int> lep_points;  ///< None, or the counts of a paragliding profile.
+
+    /// @name Drawings of ribs
+    /// @{
+    double allowance = 0.0;        ///< mm.
+    double allowance_te = -1.0;    ///< mm; -1: as the allowance.
+    double allowance_mouth = -1.0; ///< The same.
+    std::string intake = "curve";
+    double marks = 0.0; ///< Step along the surface, mm; 0 for none.
+    std::string mark_at;
+    std::string mark = "notch";
+    double grain = 1000.0; ///< Degrees; 1000 for none.
+    bool mirror = false;
+    std::string text;
+    bool text_strokes = false;
+    double flatness = 0.01; ///< mm.
+    std::string unit = "mm";
+    std::string layer_names;
+    std::string tile;
+    std::string ribs;  ///< Name of a list of ribs.
+    double gap = 20.0; ///< mm.
+    /// @}
 };
 
 /// What completes the value of an option in a shell.

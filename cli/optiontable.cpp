@@ -2,6 +2,7 @@
 // The table of options.
 #include "cli/formats.h"
 #include "cli/options.h"
+#include "cli/rib_options.h"
 
 namespace cli {
 
@@ -51,6 +52,55 @@ const std::vector<Option>& option_table() {
         {"lep-points", 0, "U,I,L", "", "",
          "Spread new points: U to the start of the intake, I along it, L behind it", "convert",
          &Options::lep_points, 1, 500},
+
+        // Drawings of ribs: dxf, svg and pdf.
+        {"chord", 0, "MM", "mm", "", "Draw the rib at full size with a chord of MM", "convert",
+         &Options::chord, 0.001, 1e5},
+        {"allowance", 0, "MM", "mm", "0", "Cut MM outside the stitches", "convert",
+         &Options::allowance, 0, 1000},
+        {"seam", 0, "MM", "mm", "0", "The same as --allowance", "convert", &Options::allowance, 0,
+         1000},
+        {"allowance-te", 0, "MM", "mm", "",
+         "Another allowance behind the trailing edge, where it ends square", "convert",
+         &Options::allowance_te, 0, 1000},
+        {"allowance-mouth", 0, "MM", "mm", "", "Another allowance along the mouth", "convert",
+         &Options::allowance_mouth, 0, 1000},
+        {"intake", 0, "KIND", "", "curve",
+         "How the rib crosses the mouth: along the curve, straight, or not at all, for drawing "
+         "only",
+         "convert", &Options::intake, 0, 0, intakes},
+        {"marks", 0, "STEP", "mm", "",
+         "Mark every STEP along the surface from the trailing edge, in the allowance", "convert",
+         &Options::marks, 1, 1e5},
+        {"mark-at", 0, "SIDE:X,...", "percent of the chord", "",
+         "Mark these stations, for instance lower:9.5,30;upper:30", "convert", &Options::mark_at},
+        {"mark", 0, "SHAPE", "", "notch", "What a mark looks like", "convert", &Options::mark, 0, 0,
+         mark_shapes},
+        {"grain", 0, "DEG", "degrees", "", "Draw the grain at this angle to the chord line",
+         "convert", &Options::grain, -180, 180},
+        {"mirror", 0, "", "", "", "Flip the rib left and right, but no text", "convert",
+         &Options::mirror},
+        {"text", 0, "TEXT", "", "",
+         "Write TEXT on the rib; {name}, {chord} and {n} stand for the name of the file, the "
+         "chord and the number of the copy",
+         "convert", &Options::text},
+        {"text-strokes", 0, "", "", "",
+         "Draw texts as lines: digits, capitals and . - /, for plotters without fonts", "convert",
+         &Options::text_strokes},
+        {"flatness", 0, "MM", "mm", "0.01", "Keep straight lines within MM of the curve", "convert",
+         &Options::flatness, 0.001, 1},
+        {"unit", 0, "UNIT", "", "mm", "One unit of a dxf or svg file is one UNIT", "convert",
+         &Options::unit, 0, 0, drawing_units},
+        {"layer-names", 0, "LAYER=NAME,...", "", "",
+         "Call layers otherwise, for instance CUT=Schnitt,STITCH=Naht", "convert",
+         &Options::layer_names},
+        {"tile", 0, "PAPER", "", "", "Spread a pdf over sheets with joining marks", "convert",
+         &Options::tile, 0, 0, tilings},
+        {"ribs", 0, "LIST.csv", "", "",
+         "Draw the ribs of a list on one sheet; rows are file,chord,text,count,mirror", "convert",
+         &Options::ribs, 0, 0, nullptr, Completes::file},
+        {"gap", 0, "MM", "mm", "20", "Leave MM between the ribs of a sheet", "convert",
+         &Options::gap, 0, 1000},
 
         // Inputs and results, the same in every verb.
         {"files-from", 0, "FILE", "", "",

@@ -169,6 +169,11 @@ ExitCode run_verb(const Verb& verb, const std::vector<std::string>& arguments, C
         return console.failed() ? ExitCode::failure : ExitCode::success;
     }
     parsed.options.width = console.streams().out_is_terminal ? console.streams().width : 0;
+    if (!parsed.options.ribs.empty()) {
+        if (!parsed.options.files.empty() || !parsed.options.files_from.empty())
+            return refuse(console, verb.name, "--ribs takes the files from its list alone");
+        parsed.options.files = {parsed.options.ribs};
+    }
     Run whole(verb, parsed.options, console);
     const std::string refusal = whole.plan();
     return refusal.empty() ? whole.execute() : refuse(console, verb.name, refusal);

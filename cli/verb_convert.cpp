@@ -3,6 +3,8 @@
 #include "cli/findings.h"
 #include "cli/formats.h"
 #include "cli/profile_points.h"
+#include "cli/rib_options.h"
+#include "cli/rib_work.h"
 #include "cli/shown.h"
 #include "cli/spline_table.h"
 #include "cli/verb.h"
@@ -36,6 +38,9 @@ public:
             return "--openings: the intake begins behind its end";
         if (!options.lep_points.empty() && chosen.name != "lep")
             return "--lep-points belongs to --to lep";
+        const std::string drawing = drawing_option(options);
+        if (!drawing.empty())
+            return drawing + " is for drawings: --to dxf, svg or pdf";
         return {};
     }
 
@@ -167,10 +172,15 @@ const Verb verb_convert = {
     "writes section files in another format",
     "FILE...",
     "Writes each file in another format. The default is a table that the window of aerolith shows "
-    "as the file means it. Prints for each file its layout, the format written, the number of "
+    "as the file means it; dxf, svg and pdf are ribs at full size for the cutter. Prints for each "
+    "file its layout, the format written, the number of "
     "points and the names; what was put right on the way is said on standard error.",
     "convert wings/ --dir readable --to selig --decimals 6",
     [](const Options& options) -> std::unique_ptr<Work> {
+        const Chosen chosen =
+            choose_format(options.to, options.output == "-" ? "" : options.output);
+        if (is_drawing(chosen.name))
+            return rib_work(options, chosen.name);
         return std::make_unique<Convert>(options);
     },
 };

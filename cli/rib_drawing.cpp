@@ -1,0 +1,183 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "cli/rib_drawing.h"
+
+#include "cli/findings.h"
+#include "cli/given_section.h"
+#include "cli/shown.h"
+#include "drawings/dxf.h"
+#include "drawings/sheet.h"
+#include "drawings/strokes.h"
+#include "drawings/svg.h"
+
+#include <QGuiApplication>
+
+namespace cli {
+
+namespace {
+
+using tables::Finding;
+using tables::Gravity;
+
+// Fonts need an application object; the platform without a display will do.
+void make_application() {
+    if (QCoreApplication::instance())
+        return;
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    static int count = 1;
+    static char name[] = "aerolith-cli";
+    static char* names[] = {name, nullptr};
+    // What it says of folders that a desktop would have is of no use here.
+    const QtMessageHandler before =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    static const QGuiApplication application(count, names);
+    qInstallMessageHandler(before);
+}
+
+QString base_name(const std::string& path) {
+    if (path == "-")
+        return {};
+    const std::string name = path.substr(path.rfind('/') + 1);
+    return QString::fromStdString(shown(name.substr(0, name.rfind('.'))));
+}
+
+// A name in a list is below the folder of the list.
+std::string beside(const std::string& list, const std::string& name) {
+    const std::size_t slash = list.rfind('/');
+    return name.front() == '/' || slash == std::string::npos ? name
+                                                             : list.substr(0, slash + 1) + name;
+}
+
+void add_error(RibDrawing& drawing, const QString& reason) {
+    drawing.findings.append({Gravity::error, 0, reason});
+}
+
+} // namespace
+
+RibDrawer::RibDrawer(const Options& options, const std::string& wanted)
+    : settings(rib_settings(options, wanted)), format(wanted), is_list(!options.ribs.empty()) {
+    reading.layout = QString::fromStdString(options.layout);
+    reading.element = options.element;
+    if (!options.openings.empty())
+        openings = tables::Openings{options.openings[0], options.openings[1]};
+    if (format == "pdf" && settings.refusal.empty())
+        make_application();
+}
+
+RibDrawing RibDrawer::drawing(const Input& input, const QByteArray& bytes) const {
+    return is_list ? sheet_of_list(input, bytes) : rib_of_file(input, bytes);
+}
+
+std::optional<sections::Section> RibDrawer::section_of(const QByteArray& bytes,
+                                                       RibDrawing& drawing) const {
+    GivenSection given = given_section(bytes, reading);
+    drawing.layout = given.layout;
+    drawing.points = given.points;
+    drawing.findings += given.findings;
+    if (given.section && openings)
+        given.section->openings = openings;
+    return given.section;
+}
+
+std::optional<drawings::Scene> RibDrawer::scene_of(const sections::Section& section,
+                                                   const drawings::RibOptions& rib,
+                                                   RibDrawing& drawing) const {
+    const drawings::RibResult result = drawings::rib(section, rib);
+    for (const QString& note : result.notes)
+        drawing.findings.append({Gravity::note, 0, note});
+    if (!result.scene)
+        add_error(drawing, result.reason);
+    return result.scene;
+}
+
+RibDrawing RibDrawer::rib_of_file(const Input& input, const QByteArray& bytes) const {
+    RibDrawing drawing;
+    drawings::RibOptions rib = settings.rib;
+    rib.text = drawings::filled_text(settings.text, base_name(input.path), rib.chord, 1);
+    if (const std::optional<sections::Section> section = section_of(bytes, drawing)) {
+        if (std::optional<drawings::Scene> scene = scene_of(*section, rib, drawing))
+            write(*scene, drawing);
+    }
+    return drawing;
+}
+
+// What is said of a row is said once, whatever its count.
+QList<Finding> RibDrawer::add_row(const RibRow& row, const std::string& list,
+                                  std::vector<drawings::Scene>& pieces) const {
+    RibDrawing drawing;
+    Input input;
+    input.path = beside(list, row.file);
+    // Standard input is the list's alone.
+    const Content content = read_input(input, -1);
+    drawings::RibOptions rib = settings.rib;
+    rib.chord = row.chord.value_or(rib.chord);
+    rib.mirror = row.mirror.value_or(rib.mirror);
+    if (!content.error.empty())
+        add_error(drawing, QString::fromStdString(content.error));
+    else if (!(rib.chord > 0.0))
+        add_error(drawing, QStringLiteral("no chord, neither in the list nor by --chord"));
+    if (!drawing.findings.isEmpty())
+        return drawing.findings;
+    const std::optional<sections::Section> section = section_of(content.bytes, drawing);
+    RibDrawing copy;
+    for (int n = 1; section && n <= row.count; ++n) {
+        rib.text = drawings::filled_text(row.text.value_or(settings.text), base_name(row.file),
+                                         rib.chord, n);
+        const std::optional<drawings::Scene> scene =
+            scene_of(*section, rib, n == 1 ? drawing : copy);
+        if (!scene)
+            break;
+        pieces.push_back(*scene);
+    }
+    return drawing.findings;
+}
+
+RibDrawing RibDrawer::sheet_of_list(const Input& list, const QByteArray& bytes) const {
+    RibDrawing drawing;
+    drawing.layout = QStringLiteral("ribs");
+    const RibList ribs = read_rib_list(bytes);
+    drawing.findings = ribs.findings;
+    std::vector<drawings::Scene> pieces;
+    for (const RibRow& row : ribs.rows) {
+        for (const Finding& finding : add_row(row, list.path, pieces))
+            drawing.findings.append(
+                {finding.gravity, row.line,
+                 QString::fromStdString(shown(row.file)) + QStringLiteral(": ") + finding.text});
+    }
+    if (!first_error(drawing.findings).isEmpty())
+        return drawing;
+    drawing.points = int(pieces.size());
+    drawings::Scene sheet = drawings::on_one_sheet(pieces, settings.gap, settings.output.flatness);
+    write(sheet, drawing);
+    return drawing;
+}
+
+void RibDrawer::write(drawings::Scene& scene, RibDrawing& drawing) const {
+    const double flatness = settings.output.flatness;
+    drawings::add_scale_bar(scene, flatness);
+    drawing.size = drawings::bounds(scene, flatness).size();
+    if (settings.text_strokes) {
+        const QString unknown = drawings::stroke_texts(scene);
+        if (!unknown.isEmpty())
+            return add_error(drawing, QStringLiteral("--text-strokes has no lines for '") +
+                                          QString::fromStdString(shown(unknown)) +
+                                          QLatin1Char('\''));
+    }
+    if (format == "svg") {
+        drawing.file = drawings::svg(scene, settings.output);
+    } else if (format == "dxf") {
+        for (const drawings::Element& element : scene.elements) {
+            const auto* text = std::get_if<drawings::Text>(&element.shape);
+            if (text && drawings::dxf_text(text->text).size() > drawings::dxf_text_limit)
+                return add_error(drawing, QStringLiteral("a text of more than %1 bytes in DXF")
+                                              .arg(drawings::dxf_text_limit));
+        }
+        drawing.file = drawings::dxf(scene, settings.output);
+    } else {
+        const drawings::PdfResult result = drawings::pdf(scene, settings.output, settings.tiling);
+        if (!result.reason.isEmpty())
+            return add_error(drawing, result.reason);
+        drawing.file = result.bytes;
+    }
+}
+
+} // namespace cli
