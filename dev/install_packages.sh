@@ -17,7 +17,9 @@ coverage=("${test[@]}" gcovr)
 icons=(librsvg2-bin)
 style=(appstream clang-format-14 desktop-file-utils git libxml2-utils shellcheck)
 tidy=(clang-tidy-14 git)
-ci=("${test[@]}" "${style[@]}" "${tidy[@]}" clang-14 libclang-rt-14-dev llvm-14)
+# Programs that read what is drawn; without them their tests are skipped.
+readers=(librsvg2-bin poppler-utils python3-ezdxf)
+ci=("${test[@]}" "${readers[@]}" "${style[@]}" "${tidy[@]}" clang-14 libclang-rt-14-dev llvm-14)
 # What makes the package; the other tools check it.
 deb=("${build[@]}" dpkg-dev file)
 package=("${deb[@]}" appstream debootstrap desktop-file-utils fakeroot imagemagick libxml2-utils
@@ -33,6 +35,7 @@ for group in "$@"; do
     test) wanted+=("${test[@]}") ;;
     coverage) wanted+=("${coverage[@]}") ;;
     icons) wanted+=("${icons[@]}") ;;
+    readers) wanted+=("${readers[@]}") ;;
     style) wanted+=("${style[@]}") ;;
     tidy) wanted+=("${tidy[@]}") ;;
     ci) wanted+=("${ci[@]}") ;;

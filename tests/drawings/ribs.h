@@ -2,9 +2,9 @@
 // Sections whose ribs are looked at.
 #pragma once
 
-#include "../sections/outlines.h"
 #include "drawings/rib.h"
 #include "drawings/scene.h"
+#include "sections/outlines.h"
 
 #include <vector>
 
