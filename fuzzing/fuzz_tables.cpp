@@ -9,7 +9,6 @@
 namespace {
 
 using tables::Finding;
-using tables::Gravity;
 using tables::Table;
 
 // The last byte chooses; a line feed leaves all open.

@@ -96,7 +96,7 @@ bool is_touching(QByteArrayView number, QByteArrayView rest) {
 }
 
 FieldKind read_numbers(QByteArrayView field, bool decimal_commas, std::vector<double>& numbers) {
-    char plain[longest_field];
+    char plain[longest_field] = {};
     if (field.size() > longest_field || is_not_a_number(field))
         return field.size() > longest_field ? FieldKind::word : FieldKind::damaged;
     std::transform(field.begin(), field.end(), plain,
