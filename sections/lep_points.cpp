@@ -12,7 +12,6 @@ namespace sections {
 
 namespace {
 
-using tables::Finding;
 using tables::Gravity;
 using tables::Profile;
 using tables::Table;
