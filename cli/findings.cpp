@@ -9,6 +9,16 @@
 
 namespace cli {
 
+namespace {
+
+bool has_gravity(const QList<tables::Finding>& findings, tables::Gravity gravity) {
+    return std::any_of(findings.begin(), findings.end(), [gravity](const tables::Finding& finding) {
+        return finding.gravity == gravity;
+    });
+}
+
+} // namespace
+
 std::string finding_lines(const std::string& name, const QList<tables::Finding>& findings) {
     std::string lines;
     for (const tables::Finding& finding : findings) {
@@ -46,9 +56,11 @@ QJsonArray finding_array(const QList<tables::Finding>& findings) {
 }
 
 bool has_doubt(const QList<tables::Finding>& findings) {
-    return std::any_of(findings.begin(), findings.end(), [](const tables::Finding& finding) {
-        return finding.gravity == tables::Gravity::doubt;
-    });
+    return has_gravity(findings, tables::Gravity::doubt);
+}
+
+bool has_error(const QList<tables::Finding>& findings) {
+    return has_gravity(findings, tables::Gravity::error);
 }
 
 } // namespace cli

@@ -21,4 +21,7 @@ QJsonArray finding_array(const QList<tables::Finding>& findings);
 /// Whether one of the findings is a doubt.
 bool has_doubt(const QList<tables::Finding>& findings);
 
+/// Whether one of them is an error.
+bool has_error(const QList<tables::Finding>& findings);
+
 } // namespace cli

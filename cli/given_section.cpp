@@ -1,23 +1,16 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "cli/given_section.h"
 
+#include "cli/findings.h"
 #include "cli/formats.h"
 #include "document/frames.h"
 #include "document/splinebytes.h"
 #include "sections/shape.h"
 #include "sections/verdict.h"
 
-#include <algorithm>
-
 namespace cli {
 
 namespace {
-
-bool has_error(const QList<tables::Finding>& findings) {
-    return std::any_of(findings.begin(), findings.end(), [](const tables::Finding& finding) {
-        return finding.gravity == tables::Gravity::error;
-    });
-}
 
 void take(GivenSection& given, const sections::SectionResult& result) {
     given.section = result.section;

@@ -43,14 +43,14 @@ struct Options {
 
     /// @name Drawings of ribs
     /// @{
-    double allowance = 0.0;        ///< mm.
-    double allowance_te = -1.0;    ///< mm; -1: as the allowance.
-    double allowance_mouth = -1.0; ///< The same.
+    double allowance = 0.0;              ///< mm.
+    std::vector<double> allowance_te;    ///< mm; none: as the allowance.
+    std::vector<double> allowance_mouth; ///< The same.
     std::string intake = "curve";
     double marks = 0.0; ///< Step along the surface, mm; 0 for none.
     std::string mark_at;
     std::string mark = "notch";
-    double grain = 1000.0; ///< Degrees; 1000 for none.
+    std::vector<double> grain; ///< Degrees; none: no grain.
     bool mirror = false;
     std::string text;
     bool text_strokes = false;

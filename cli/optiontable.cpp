@@ -56,9 +56,9 @@ const std::vector<Option>& option_table() {
         // Drawings of ribs: dxf, svg and pdf.
         {"chord", 0, "MM", "mm", "", "Draw the rib at full size with a chord of MM", "convert",
          &Options::chord, 0.001, 1e5},
-        {"allowance", 0, "MM", "mm", "0", "Cut MM outside the stitches", "convert",
-         &Options::allowance, 0, 1000},
-        {"seam", 0, "MM", "mm", "0", "The same as --allowance", "convert", &Options::allowance, 0,
+        {"allowance", 0, "MM", "mm", "", "Cut MM outside the stitches; without it along them",
+         "convert", &Options::allowance, 0, 1000},
+        {"seam", 0, "MM", "mm", "", "The same as --allowance", "convert", &Options::allowance, 0,
          1000},
         {"allowance-te", 0, "MM", "mm", "",
          "Another allowance behind the trailing edge, where it ends square", "convert",

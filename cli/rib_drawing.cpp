@@ -29,7 +29,9 @@ void make_application() {
     // What it says of folders that a desktop would have is of no use here.
     const QtMessageHandler before =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    static const QGuiApplication application(count, names);
+    // Never deleted: at the end of the process its fonts are gone before it.
+    static const auto* const application = new QGuiApplication(count, names);
+    Q_UNUSED(application)
     qInstallMessageHandler(before);
 }
 
@@ -143,7 +145,7 @@ RibDrawing RibDrawer::sheet_of_list(const Input& list, const QByteArray& bytes) 
                 {finding.gravity, row.line,
                  QString::fromStdString(shown(row.file)) + QStringLiteral(": ") + finding.text});
     }
-    if (!first_error(drawing.findings).isEmpty())
+    if (has_error(drawing.findings))
         return drawing;
     drawing.points = int(pieces.size());
     drawings::Scene sheet = drawings::on_one_sheet(pieces, settings.gap, settings.output.flatness);

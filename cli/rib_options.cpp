@@ -79,8 +79,8 @@ std::string read_layer_names(const std::string& text, drawings::LayerNames& name
     return {};
 }
 
-std::optional<double> when_given(double value, double unset) {
-    return value == unset ? std::nullopt : std::optional(value);
+std::optional<double> when_given(const std::vector<double>& value) {
+    return value.empty() ? std::nullopt : std::optional(value.front());
 }
 
 } // namespace
@@ -136,12 +136,12 @@ RibSettings rib_settings(const Options& options, const std::string& format) {
     drawings::RibOptions& rib = settings.rib;
     rib.chord = options.chord;
     rib.allowance = options.allowance;
-    rib.allowance_trailing_edge = when_given(options.allowance_te, unset.allowance_te);
-    rib.allowance_mouth = when_given(options.allowance_mouth, unset.allowance_mouth);
+    rib.allowance_trailing_edge = when_given(options.allowance_te);
+    rib.allowance_mouth = when_given(options.allowance_mouth);
     rib.intake = drawings::Intake(index_in(intakes(), options.intake));
     rib.mark_step = options.marks;
     rib.mark = drawings::MarkShape(index_in(mark_shapes(), options.mark));
-    rib.grain = when_given(options.grain, unset.grain);
+    rib.grain = when_given(options.grain);
     rib.mirror = options.mirror;
     rib.flatness = options.flatness;
     settings.output.flatness = options.flatness;
@@ -166,8 +166,8 @@ RibSettings rib_settings(const Options& options, const std::string& format) {
         refusal = "--lep-points belongs to --to lep";
     else if (options.chord == unset.chord && options.ribs.empty())
         refusal = "a drawing needs --chord";
-    else if (options.intake == "open" &&
-             (rib.allowance > 0.0 || options.allowance_te > 0.0 || options.allowance_mouth > 0.0))
+    else if (options.intake == "open" && (rib.allowance > 0.0 || !options.allowance_te.empty() ||
+                                          !options.allowance_mouth.empty()))
         refusal = "--intake open is for drawing only and takes no allowance";
     else if (!options.tile.empty() && !is_pdf)
         refusal = "--tile belongs to pdf, not " + format;
