@@ -16,6 +16,7 @@ from scipy.optimize import brentq, minimize_scalar
 
 SHARP, CORNER_RATIO, NOSE_RATIO = np.radians(30), 10, 20
 LONG, LONG_RATIO = 0.05, 6
+SCANNED = 240
 OPENINGS = (0.03, 0.095, 0.3, 0.55, 0.9)
 
 # The largest differences allowed, fractions of the chord (angles in degrees, others relative).
@@ -182,8 +183,8 @@ def cut(outline, nose, f, height, side):
     return max(places, key=lambda q: side * height(outline.at(q)), default=None)
 
 
-def peaks(outline, nose, origin, axis):
-    """Greatest thickness and camber across the axis, per length of it."""
+def peaks(outline, nose, origin, axis, zero=0.0):
+    """Greatest thickness and camber across the axis, per length of it; the camber above zero."""
     length = np.hypot(*axis)
     along = lambda q: (q - origin) @ axis / length ** 2
     normal = np.array([-axis[1], axis[0]])
@@ -191,12 +192,12 @@ def peaks(outline, nose, origin, axis):
 
     def heights(x):
         found = [cut(outline, nose, lambda q: along(q) - x, height, side) for side in (1, -1)]
-        return [height(outline.at(q)) for q in found] if None not in found else [0, 0]
+        return [height(outline.at(q)) for q in found] if None not in found else [zero, zero]
 
-    xs = (1 - np.cos(np.pi * np.arange(1, 60) / 60)) / 2
+    xs = (1 - np.cos(np.pi * np.arange(SCANNED + 1) / SCANNED)) / 2
     scanned = np.array([heights(x) for x in xs])
     result = {}
-    for name, combine in (("thickness", lambda u, l: u - l), ("camber", lambda u, l: (u + l) / 2)):
+    for name, combine in (("thickness", lambda u, l: u - l), ("camber", lambda u, l: (u + l) / 2 - zero)):
         values = combine(scanned[:, 0], scanned[:, 1])
         candidates = []
         for sign in (1, -1) if name == "camber" else (1,):
@@ -226,9 +227,9 @@ def second(points, openings, kind):
          "lower_length": o.length_between(nose, end)}
     if kind == "section":
         across = peaks(o, nose, le, te - le)
-        upright = peaks(o, left, np.zeros(2), np.array([1.0, 0.0]))
+        upright = peaks(o, left, np.zeros(2), np.array([1.0, 0.0]), o.zero)
         m.update(across, thickness_upright=upright["thickness"],
-                 camber_upright=upright["camber"] - o.zero)
+                 camber_upright=upright["camber"])
     if kind != "flat":
         piece = o.pieces[nose[0]]
         first, bend = piece.slope(nose[1]), piece.curve.derivative(2)(nose[1])
