@@ -48,6 +48,16 @@ std::vector<std::string> input_layouts() {
     return texts_of(tables::layout_names());
 }
 
+std::vector<std::string> spacings() {
+    return {"curvature", "cosine", "uniform"};
+}
+
+sections::Spacing spacing_of(const std::string& name) {
+    if (name == "cosine")
+        return sections::Spacing::cosine;
+    return name == "uniform" ? sections::Spacing::uniform : sections::Spacing::curvature;
+}
+
 Chosen choose_format(const std::string& to, const std::string& output) {
     const std::string ending = ending_of_name(output);
     if (!to.empty()) {

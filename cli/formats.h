@@ -2,6 +2,7 @@
 // What can be written: tables in several forms, and splines.
 #pragma once
 
+#include "sections/resample.h"
 #include "tables/write.h"
 
 #include <optional>
@@ -24,6 +25,12 @@ std::vector<std::string> output_formats();
 
 /// What `--layout` takes.
 std::vector<std::string> input_layouts();
+
+/// What `--spacing` takes, the default first.
+std::vector<std::string> spacings();
+
+/// The spacing of a name that spacings() has.
+sections::Spacing spacing_of(const std::string& name);
 
 /// A format that was chosen.
 struct Chosen {

@@ -34,7 +34,9 @@ struct Options {
     std::string folder; ///< Folder of the outputs.
     bool force = false; ///< Existing files may be replaced.
 
-    int decimals = 8; ///< Of coordinates that are written.
+    int points = 0;                    ///< New points on the curve; 0 for those of the file.
+    std::string spacing = "curvature"; ///< How new points are spread.
+    int decimals = 8;                  ///< Of coordinates that are written.
     bool reverse = false;
     bool close_gap = false;
     bool normalize = false;

@@ -41,13 +41,20 @@ public:
         const std::string drawing = drawing_option(options);
         if (!drawing.empty())
             return drawing + " is for drawings: --to dxf, svg or pdf";
+        if (options.points > 0 && !options.lep_points.empty())
+            return "--points and --lep-points cannot go together";
+        if (options.points > 0 && chosen.name == spline_format)
+            return "--points belongs to tables, not to --to spl";
         return {};
     }
 
     std::string ending() const override { return ending_of_format(chosen.name); }
 
     Outcome process(const Source& source) const override {
-        const Reading read = reading_of(source.bytes);
+        Reading read = reading_of(source.bytes);
+        const qsizetype points_read = read.table.points.size();
+        if (options.points > 0 && read.table.readable())
+            respace(read);
         QList<tables::Finding> findings = read.table.findings;
         Outcome outcome;
         if (read.table.readable())
@@ -55,7 +62,7 @@ public:
         outcome.failed = !outcome.output || has_doubt(findings);
         outcome.notes = finding_lines(source.name, findings);
         outcome.json = {{QStringLiteral("layout"), read.table.layout},
-                        {QStringLiteral("points"), read.table.points.size()},
+                        {QStringLiteral("points"), points_read},
                         {QStringLiteral("findings"), finding_array(findings)}};
         if (!outcome.output)
             return outcome;
@@ -66,7 +73,7 @@ public:
             outcome.json.insert(
                 QStringLiteral("output_hex"),
                 QString::fromLatin1(QByteArray::fromStdString(source.output).toHex()));
-        if (read.is_spline)
+        if (read.is_spline || options.points > 0)
             outcome.json.insert(QStringLiteral("off_curve"), read.off_curve);
         return outcome;
     }
@@ -103,6 +110,28 @@ private:
         return read;
     }
 
+    // The curve that new points lie on, or why there is none.
+    static sections::CurveResult curve_of(const Reading& read) {
+        return read.is_spline ? sections::CurveResult{read.curve, {}}
+                              : sections::table_curve(read.table.points);
+    }
+
+    // New points in place of those of the file; an error among the findings where there are none.
+    void respace(Reading& read) const {
+        const sections::CurveResult curve = curve_of(read);
+        const sections::Resampled resampled =
+            sections::resample(curve.curve, options.points, spacing_of(options.spacing));
+        const QString reason = curve.reason.isEmpty() ? resampled.reason : curve.reason;
+        if (!reason.isEmpty()) {
+            read.table.findings.append(
+                {tables::Gravity::error, 0, QStringLiteral("--points: ") + reason});
+            return;
+        }
+        read.table.points = resampled.points;
+        read.table.lines.assign(std::size_t(resampled.points.size()), 0);
+        read.off_curve = resampled.off;
+    }
+
     // None where the findings say why.
     std::optional<QByteArray> converted(const Source& source, const Reading& read,
                                         QList<tables::Finding>& findings) const {
@@ -126,9 +155,7 @@ private:
             if (steps.openings)
                 table.openings = steps.openings;
             steps.openings.reset();
-            const sections::CurveResult curve = read.is_spline
-                                                    ? sections::CurveResult{read.curve, {}}
-                                                    : sections::table_curve(table.points);
+            const sections::CurveResult curve = curve_of(read);
             if (!curve.reason.isEmpty())
                 return refuse(curve.reason);
             CountedProfile profile = with_counts(table, curve.curve, options.lep_points);
@@ -152,7 +179,7 @@ private:
         std::string line = column(read.table.layout.toStdString(), 12) + column(chosen.name, 9) +
                            right_column(std::to_string(read.table.points.size()), 5) + "  " +
                            source.name + " -> " + shown(source.output) + "\n";
-        if (read.is_spline && chosen.name != spline_format)
+        if ((read.is_spline && chosen.name != spline_format) || options.points > 0)
             line += "  straight lines between the points are off the curve by at most " +
                     QByteArray::number(read.off_curve, 'e', 1).toStdString() + " chord\n";
         return line;

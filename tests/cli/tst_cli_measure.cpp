@@ -137,6 +137,57 @@ private slots:
         QVERIFY(run_cli({"measure", ::spline}).out.contains("mean over 0.5 % either side"));
     }
 
+    void new_points_data() {
+        QTest::addColumn<QByteArray>("spacing");
+        QTest::addColumn<QByteArray>("input");
+        for (const char* spacing : {"curvature", "cosine", "uniform"}) {
+            QTest::addRow("table-%s", spacing)
+                << QByteArray(spacing) << QByteArray::fromStdString(cambered);
+            QTest::addRow("spline-%s", spacing)
+                << QByteArray(spacing) << QByteArray::fromStdString(::spline);
+        }
+    }
+    // The new table lies on the old curve, and says how far straight lines are off it.
+    void new_points() {
+        QFETCH(QByteArray, spacing);
+        QFETCH(QByteArray, input);
+        const FreshFolder folder;
+        const CliRun run =
+            run_cli({"convert", "--json", input.toStdString(), "-o", "new.dat", "--to", "selig",
+                     "--points", "60", "--spacing", spacing.toStdString(), "--decimals", "12"});
+        QCOMPARE(run.code, 0);
+        const double off = number(only(run), "off_curve");
+        QVERIFY(off > 1e-5 && off < 2e-2);
+        QCOMPARE(file_bytes("new.dat").count('\n'), 61);
+        const CliRun comparison = run_cli({"compare", "--json", input.toStdString(), "new.dat"});
+        const double apart = number(only(comparison), "greatest");
+        QVERIFY2(apart < 0.5 * off && apart < 2e-3, QByteArray::number(apart).constData());
+    }
+
+    void refused_points_data() {
+        QTest::addColumn<QByteArrayList>("words");
+        QTest::addColumn<int>("code");
+        const auto row = [](const char* name, const QByteArrayList& words, int code) {
+            QTest::newRow(name) << words << code;
+        };
+        row("too-few", {"--points", "5"}, 2);
+        row("no-number", {"--points", "many"}, 2);
+        row("unknown-spacing", {"--points", "50", "--spacing", "even"}, 2);
+        row("with-counts", {"--points", "50", "--to", "lep", "--lep-points", "20,5,20"}, 2);
+        row("spline", {"--points", "50", "--to", "spl"}, 2);
+    }
+    void refused_points() {
+        QFETCH(QByteArrayList, words);
+        QFETCH(int, code);
+        const FreshFolder folder;
+        std::vector<std::string> arguments = {"convert", cambered, "-d", "out"};
+        for (const QByteArray& word : words)
+            arguments.push_back(word.toStdString());
+        const CliRun run = run_cli(arguments);
+        QCOMPARE(run.code, code);
+        QVERIFY(!run.err.isEmpty() && files_here().empty());
+    }
+
     void comparison() {
         const QJsonObject object = only(run_cli({"compare", "--json", outline, cambered}));
         QVERIFY(std::abs(number(object, "greatest") - 0.04) < 0.005);
