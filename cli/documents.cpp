@@ -189,8 +189,11 @@ std::string zsh_completion() {
             if (option->letter == 0)
                 script += name + rest;
             else
-                script += std::string("'(-") + option->letter + " " + name + ")'{-" +
-                          option->letter + "," + name + "}" + rest;
+                script.append("'(-")
+                    .append(1, option->letter)
+                    .append(" " + name + ")'{-")
+                    .append(1, option->letter)
+                    .append("," + name + "}" + rest);
         }
         script += " \\\n        '*:file:_files'\n    ;;\n";
     }

@@ -27,7 +27,7 @@ std::string error_text(int number) {
 
 // Reads to the end, but no more than one byte beyond what is allowed.
 Content read_descriptor(int fd) {
-    constexpr qsizetype step = 64 * 1024;
+    constexpr qsizetype step = 65536;
     Content content;
     struct stat status = {};
     if (::fstat(fd, &status) == 0 && S_ISREG(status.st_mode))

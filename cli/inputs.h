@@ -12,7 +12,7 @@
 namespace cli {
 
 /// The largest input that is read, bytes.
-constexpr qint64 largest_input = 64 * 1024 * 1024;
+constexpr qint64 largest_input = qint64(64) << 20;
 
 /// One input. Names are bytes, as the system has them.
 struct Input {

@@ -56,7 +56,7 @@ std::string read_numbers(const Option& option, const std::vector<std::string>& w
                " numbers parted by commas";
     std::vector<Number> read(parts.size());
     for (std::size_t i = 0; i < parts.size(); ++i) {
-        const std::string refusal = read_number(option, parts[i], read[i]);
+        std::string refusal = read_number(option, parts[i], read[i]);
         if (!refusal.empty())
             return refusal;
     }

@@ -59,7 +59,7 @@ std::string name_outputs(const Options& options, const std::vector<Input>& input
     for (const Input& input : inputs) {
         if (input.is_standard_input())
             return "standard input has no name to write below --dir; --output names the file";
-        names.push_back(folder + without_ending(input.below) + ending);
+        names.push_back(std::string(folder).append(without_ending(input.below)).append(ending));
     }
     struct stat status = {};
     if (::stat(options.folder.c_str(), &status) == 0 && !S_ISDIR(status.st_mode))

@@ -46,6 +46,7 @@ int edit_distance(std::string_view a, std::string_view b) {
 
 std::string unknown_option(const std::string& typed, const std::vector<const Option*>& options) {
     std::vector<std::string> known;
+    known.reserve(options.size());
     for (const Option* option : options)
         known.push_back(std::string("--") + option->name);
     const std::string name = typed.substr(0, typed.find('='));

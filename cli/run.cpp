@@ -198,7 +198,7 @@ ExitCode run(const std::vector<std::string>& arguments, const Streams& streams) 
     std::vector<std::string> known;
     for (const Verb* verb : verbs())
         known.emplace_back(verb->name);
-    if (first.front() == '-')
+    if (first[0] == '-')
         return refuse(console, {}, "the verb comes first, not '" + shown(first) + "'");
     return refuse(console, {}, "unknown verb '" + shown(first) + "'" + suggestion(first, known));
 }

@@ -2,12 +2,12 @@
 // From any section file to any other.
 #include "cli/findings.h"
 #include "cli/formats.h"
-#include "cli/profile_points.h"
 #include "cli/rib_options.h"
 #include "cli/rib_work.h"
 #include "cli/shown.h"
 #include "cli/spline_table.h"
 #include "cli/verb.h"
+#include "sections/lep_points.h"
 #include "sections/shape.h"
 #include "sections/verdict.h"
 #include "tables/table.h"
@@ -152,16 +152,15 @@ private:
             table.title = QString::fromStdString(shown(title_of_name(source.input)));
         tables::WriteOptions steps = writing;
         if (!options.lep_points.empty()) {
-            if (steps.openings)
-                table.openings = steps.openings;
-            steps.openings.reset();
-            const sections::CurveResult curve = curve_of(read);
-            if (!curve.reason.isEmpty())
-                return refuse(curve.reason);
-            CountedProfile profile = with_counts(table, curve.curve, options.lep_points);
-            if (!profile.reason.isEmpty())
-                return refuse(QStringLiteral("--lep-points: ") + profile.reason);
-            table = std::move(profile.table);
+            const std::vector<int>& counts = options.lep_points;
+            table.findings.clear();
+            table = sections::with_lep_points(tables::arranged(table, steps),
+                                              {counts[0], counts[1], counts[2]}, steps.decimals);
+            findings += table.findings;
+            if (!table.readable())
+                return std::nullopt;
+            steps = tables::WriteOptions();
+            steps.decimals = writing.decimals;
         }
         const tables::Written written = tables::write(table, *format, steps);
         findings += written.findings;

@@ -213,8 +213,11 @@ class Road(unittest.TestCase):
             if old:
                 for name in whole:
                     self.put(f"out/{name}", old)
-            process = subprocess.Popen([PROGRAM, "convert", "in", "-d", "out", "-j4", "-f"],
-                                       stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+            # Who is started in the background inherits that interrupts are ignored.
+            process = subprocess.Popen(
+                [PROGRAM, "convert", "in", "-d", "out", "-j4", "-f"], stdout=subprocess.PIPE,
+                stderr=subprocess.PIPE,
+                preexec_fn=lambda: signal.signal(signal.SIGINT, signal.SIG_DFL))
             time.sleep(generator.uniform(0, 0.9 * duration))
             process.send_signal(signal.SIGINT)
             _, messages = process.communicate(timeout=60)
@@ -319,6 +322,26 @@ class Road(unittest.TestCase):
         self.assertNotIn("[", quick)
         both = self.on_terminal(arguments, 80, slowly)
         self.assertNotIn("\r[", both)
+
+    # Real files
+
+    @unittest.skipUnless("AEROLITH_TABLES" in os.environ, "AEROLITH_TABLES names no folder")
+    def test_real_tables(self):
+        folder = os.path.join(self.before, os.environ["AEROLITH_TABLES"])
+        check = self.run_cli("check", "--json", folder)
+        verdicts = {one["path"]: one for one in json.loads(check.stdout)}
+        self.assertEqual(set(verdicts), {os.path.join(path, name) for path, _, names
+                                         in os.walk(folder) for name in names})
+        run = self.run_cli("convert", "--json", folder, "-d", "out")
+        written = {one["path"]: one for one in json.loads(run.stdout) if "output" in one}
+        refused = {path for path, one in verdicts.items() if one["verdict"] in ("ask", "bad")}
+        self.assertLessEqual(set(written), set(verdicts) - refused)
+        for path in set(verdicts) - refused - set(written):
+            self.assertIn(path.encode(), run.stderr)
+        # The window shows each of them as it is meant.
+        for one in json.loads(self.run_cli("check", "--json", "out").stdout):
+            self.assertEqual((one["verdict"], one["path"]), ("ok", one["path"]))
+        print(f"{len(verdicts)} files, {len(written)} written, {len(refused)} refused")
 
     # Completion
 
