@@ -42,8 +42,9 @@ def main(name):
         print("entity", entity.dxf.layer, kind)
         for point in points:
             print("vertex", repr(point[0]), repr(point[1]))
-        if kind == "text":
-            print("text", entity.plain_text())
+    # This reader decodes \U+XXXX, as drawing programs do.
+    for entity in document.modelspace().query("TEXT"):
+        print("text", entity.plain_text())
 
 
 if __name__ == "__main__":
