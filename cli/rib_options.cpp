@@ -159,9 +159,10 @@ RibSettings rib_settings(const Options& options, const std::string& format) {
         return settings;
     const bool is_pdf = format == "pdf";
     if (options.reverse || options.close_gap || options.normalize ||
-        options.decimals != unset.decimals)
-        refusal =
-            "--reverse, --close-gap, --normalize and --decimals are for tables, not " + format;
+        options.decimals != unset.decimals || options.points != unset.points)
+        refusal = "--reverse, --close-gap, --normalize, --decimals and --points are for tables, "
+                  "not " +
+                  format;
     else if (!options.lep_points.empty())
         refusal = "--lep-points belongs to --to lep";
     else if (options.chord == unset.chord && options.ribs.empty())
