@@ -1,4 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
+#include "cli/interrupts.h"
 #include "cli/run.h"
 
 #include <algorithm>
@@ -47,6 +48,7 @@ int main(int argc, char* argv[]) {
     // A closed pipe ends the program whatever its parent has set; too large a file is an error.
     std::signal(SIGPIPE, SIG_DFL);
     std::signal(SIGXFSZ, SIG_IGN);
+    cli::end_between_files();
 
     cli::Streams streams;
     streams.out = [](std::string_view bytes) { return write_all(STDOUT_FILENO, bytes); };

@@ -84,7 +84,8 @@ std::string read_text(const Option& option, const std::string& word, std::string
 
 std::string number_text(double number) {
     char text[32];
-    const std::to_chars_result result = std::to_chars(text, text + sizeof text, number);
+    const std::to_chars_result result =
+        std::to_chars(text, text + sizeof text, number, std::chars_format::fixed);
     return {text, result.ptr};
 }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "cli/outputs.h"
 
+#include "cli/interrupts.h"
 #include "cli/shown.h"
 #include "document/savefile.h"
 
@@ -137,6 +138,7 @@ std::string write_output(const std::string& name, const QByteArray& bytes, bool 
         fs::create_directories(fs::path(name).parent_path(), error);
     if (error)
         return "cannot make the folder: " + error.message();
+    const FileBeingWritten guard;
     errno = 0;
     if (write_file_at(QByteArray::fromStdString(name), bytes))
         return {};
