@@ -13,6 +13,8 @@ namespace {
 constexpr double degree = 3.14159265358979323846 / 180.0;
 constexpr int scanned_stations = 256;
 constexpr double no_camber = 1e-7;
+constexpr std::size_t refined_peaks = 6;
+constexpr double nearly_one_size = 1e-4;
 
 const QPointF upwards(0.0, 1.0);
 
@@ -26,27 +28,16 @@ std::optional<double> height_at(const Sides& sides, double x, double sign_of_low
     return sides.upper.position(*upper).y() + sign_of_lower * sides.lower.position(*lower).y();
 }
 
-// The station of the greatest f over [0, 1]: the best of a scan, cosine-spaced, then the
-// golden section between its neighbours.
+double scanned_station(int i) {
+    return 0.5 * (1.0 - std::cos(180.0 * degree * i / scanned_stations));
+}
+
+// The golden section between the neighbours of a scanned station.
 template<typename Function>
-std::optional<Peak> peak_of(const Function& f) {
-    const auto station = [](int i) {
-        return 0.5 * (1.0 - std::cos(180.0 * degree * i / scanned_stations));
-    };
-    int best = -1;
-    double greatest = 0.0;
-    for (int i = 0; i <= scanned_stations; ++i) {
-        const std::optional<double> value = f(station(i));
-        if (value && (best < 0 || *value > greatest)) {
-            best = i;
-            greatest = *value;
-        }
-    }
-    if (best < 0)
-        return std::nullopt;
-    Peak peak = {greatest, station(best)};
-    double low = station(std::max(best - 1, 0));
-    double high = station(std::min(best + 1, scanned_stations));
+Peak refined(const Function& f, int scanned, double value) {
+    Peak peak = {value, scanned_station(scanned)};
+    double low = scanned_station(std::max(scanned - 1, 0));
+    double high = scanned_station(std::min(scanned + 1, scanned_stations));
     const double golden = 0.5 * (std::sqrt(5.0) - 1.0);
     for (int step = 0; step < 60; ++step) {
         const double inner_low = high - golden * (high - low);
@@ -62,6 +53,37 @@ std::optional<Peak> peak_of(const Function& f) {
         (*at_low < *at_high ? low : high) = *at_low < *at_high ? inner_low : inner_high;
     }
     return peak;
+}
+
+// The station of the greatest f over [0, 1]: the best of a scan, cosine-spaced, refined. The
+// curve through a rough table has several peaks of nearly one size, so some more are refined.
+template<typename Function>
+std::optional<Peak> peak_of(const Function& f) {
+    std::vector<std::pair<double, int>> found;
+    for (int i = 0; i <= scanned_stations; ++i) {
+        if (const std::optional<double> value = f(scanned_station(i)))
+            found.emplace_back(*value, i);
+    }
+    if (found.empty())
+        return std::nullopt;
+    std::vector<std::pair<double, int>> peaks;
+    for (std::size_t i = 0; i < found.size(); ++i) {
+        const bool falls_before = i == 0 || found[i - 1].first <= found[i].first;
+        const bool falls_behind = i + 1 == found.size() || found[i + 1].first <= found[i].first;
+        if (falls_before && falls_behind)
+            peaks.push_back(found[i]);
+    }
+    std::stable_sort(peaks.begin(), peaks.end(),
+                     [](const auto& a, const auto& b) { return a.first > b.first; });
+    std::optional<Peak> best;
+    for (std::size_t i = 0; i < std::min(peaks.size(), refined_peaks); ++i) {
+        if (best && peaks[i].first < peaks[0].first - nearly_one_size)
+            break;
+        const Peak peak = refined(f, peaks[i].second, peaks[i].first);
+        if (!best || peak.size > best->size)
+            best = peak;
+    }
+    return best;
 }
 
 std::optional<Peak> thickness_of(const Sides& sides) {
