@@ -1,0 +1,153 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "fitting/fit.h"
+
+#include "document/frames.h"
+#include "fitting/search.h"
+#include "fitting/smoothness.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fitting {
+
+namespace {
+
+constexpr int best_points = 30;
+// A spline as good as the next longer search is likely to make it is not searched again.
+constexpr double rather_far = 4e-4;
+
+QSize editor_size() {
+    return QSize(1024, 768);
+}
+
+// On a grid far finer than any use, so that mirrored coordinates are mirrored exactly.
+double on_grid(double pixels) {
+    constexpr double grid = 1073741824.0; // 2^30
+    return std::round(pixels * grid) / grid;
+}
+
+SplineFoil file_of(const Points& control, Ends ends, const tables::Openings& openings) {
+    SplineFoil spline;
+    spline.num_pnt = int(control.size());
+    spline.init_knots();
+    for (int i = 0; i < spline.num_pnt; ++i)
+        spline.CP[i] = QPointF(control[i].x(), control[i].y());
+    spline.startVent = openings.start;
+    spline.endVent = openings.end;
+    spline = in_pixels(spline, ChordMapping::of_size(editor_size()));
+    for (int i = 0; i < spline.num_pnt; ++i)
+        spline.CP[i] = QPointF(on_grid(spline.CP[i].x()), on_grid(spline.CP[i].y()));
+    if (ends == Ends::symmetric) {
+        const double twice_axis = spline.CP[0].y() + spline.CP[spline.num_pnt - 1].y();
+        for (int i = 0, j = spline.num_pnt - 1; i < j; ++i, --j)
+            spline.CP[j] = QPointF(spline.CP[i].x(), twice_axis - spline.CP[i].y());
+    }
+    return spline;
+}
+
+// A spline with what a file of it says.
+struct Candidate {
+    Points control; // frame of the outline
+    SplineFoil spline;
+    Deviation deviation;
+};
+
+class Fitter {
+public:
+    Fitter(const QPolygonF& t, const Outline& o, const Request& r)
+        : table(t), outline(o), request(r) {}
+
+    std::optional<Candidate> with_points(int count) const;
+    std::optional<Candidate> with_tolerance() const;
+
+private:
+    std::optional<Candidate> candidate(int count, bool by_tolerance, const Effort& effort) const;
+
+    const QPolygonF& table;
+    const Outline& outline;
+    const Request& request;
+};
+
+std::optional<Candidate> Fitter::candidate(int count, bool by_tolerance,
+                                           const Effort& effort) const {
+    Candidate result;
+    result.control = search(outline, count, request.ends, by_tolerance, effort).control;
+    result.spline =
+        file_of(outline.in_window_frame(result.control), request.ends, request.openings);
+    const std::optional<Deviation> found = deviation(table, result.spline, request.tolerance);
+    if (!found)
+        return std::nullopt;
+    result.deviation = *found;
+    return result;
+}
+
+// The largest distance is what is minimised. Where it exceeds the tolerance near the nose, the
+// fit that lets it grow behind is tried too, and then a longer search.
+std::optional<Candidate> Fitter::with_points(int count) const {
+    if (request.best)
+        return candidate(count, false, Effort::best());
+    std::optional<Candidate> chosen;
+    for (const Effort& effort : {Effort(), Effort::thorough()}) {
+        for (const bool by_tolerance : {false, true}) {
+            const std::optional<Candidate> next = candidate(count, by_tolerance, effort);
+            if (!next)
+                continue;
+            const bool holds = next->deviation.largest_over_tolerance <= usual_tolerance;
+            const bool is_better = !chosen || next->deviation.largest < chosen->deviation.largest;
+            if (holds || is_better)
+                chosen = next;
+            if (holds)
+                return chosen;
+        }
+    }
+    return chosen;
+}
+
+// What a number of control points reaches does not depend on the tolerance, so a wider one never
+// asks for more of them.
+std::optional<Candidate> Fitter::with_tolerance() const {
+    std::optional<Candidate> chosen;
+    const Effort effort = request.best ? Effort::thorough() : Effort();
+    for (int count = least_points; count <= most_points; ++count) {
+        const std::optional<Candidate> next = candidate(count, true, effort);
+        if (!next)
+            continue;
+        if (!chosen ||
+            next->deviation.largest_over_tolerance < chosen->deviation.largest_over_tolerance)
+            chosen = next;
+        if (chosen->deviation.largest_over_tolerance <= request.tolerance)
+            break;
+    }
+    return chosen;
+}
+
+} // namespace
+
+Fit fit(const QPolygonF& table, const Request& request) {
+    Fit result;
+    const Preparation prepared = prepare(table);
+    if (!prepared.reason.isEmpty()) {
+        result.reason = prepared.reason;
+        return result;
+    }
+    const Fitter fitter(table, prepared.outline, request);
+    const bool by_count = request.points != 0;
+    const std::optional<Candidate> chosen =
+        by_count ? fitter.with_points(std::clamp(request.points, least_points, most_points))
+                 : fitter.with_tolerance();
+    if (!chosen) {
+        result.reason = QStringLiteral("no spline over this outline comes to rest in the window");
+        return result;
+    }
+    result.spline = chosen->spline;
+    result.deviation = chosen->deviation;
+    result.holds = chosen->deviation.outside == 0;
+    result.noise = prepared.outline.noise;
+    result.reversals = count_reversals(chosen->control);
+    result.table_reversals = prepared.outline.reversals;
+    result.least_leg = least_leg(chosen->control);
+    result.findings = findings(prepared.outline, chosen->control, result, request.tolerance);
+    return result;
+}
+
+} // namespace fitting

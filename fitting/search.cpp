@@ -1,0 +1,189 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "fitting/search.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fitting {
+
+namespace {
+
+constexpr double starting_powers[] = {0.5, 1.0 / 3.0, 2.0 / 3.0, 0.42, 0.58, 0.25, 0.75};
+constexpr double curvature_floor = 0.3; // 1 / chord
+constexpr double exact = 1e-12;         // chord; nothing is left to do
+constexpr double nearly_exact = 1e-6;
+
+// At first turns to the wrong side are only dear, so that control points can pass through them.
+constexpr double lenient = 1.0;
+constexpr double strict = 20.0;
+
+constexpr Stage spreading = {2.0, lenient, 8, 1e-3};
+constexpr Stage first_stages[] = {{2.0, lenient, 20, 1e-3}, {4.0, lenient, 20, 1e-3}};
+constexpr Stage exact_stage = {2.0, lenient, 60, 1e-3};
+constexpr Stage last_stages[] = {
+    {8.0, strict, 20, 1e-3}, {16.0, strict, 20, 1e-3}, {32.0, strict, 60, 3e-4}};
+
+// Mean of each value and its neighbours within `reach`.
+std::vector<double> smoothed(const std::vector<double>& values, int reach) {
+    const int size = int(values.size());
+    std::vector<double> sums(values.size() + 1, 0.0);
+    for (int i = 0; i < size; ++i)
+        sums[i + 1] = sums[i] + values[i];
+    std::vector<double> result(values.size());
+    for (int i = 0; i < size; ++i) {
+        const int from = std::max(0, i - reach);
+        const int to = std::min(size, i + reach + 1);
+        result[i] = (sums[to] - sums[from]) / (to - from);
+    }
+    return result;
+}
+
+// Turning by length, at each point.
+std::vector<double> curvatures(const Points& points) {
+    std::vector<double> result(points.size(), 0.0);
+    for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+        const Point before = points[i] - points[i - 1];
+        const Point behind = points[i + 1] - points[i];
+        const double turn = std::atan2(cross(before, behind), before.dot(behind));
+        result[i] = std::abs(turn) / (0.5 * (before.norm() + behind.norm()));
+    }
+    result.front() = result[1];
+    result.back() = result[result.size() - 2];
+    return result;
+}
+
+void settle_in(const Problem& problem, State& state) {
+    for (const Stage& stage : first_stages) {
+        problem.minimise(state, stage);
+        // An outline that is itself a spline of this kind is met exactly, by the full steps that
+        // p = 2 alone has.
+        if (stage.p <= 2.0 && state.largest < nearly_exact)
+            problem.minimise(state, exact_stage);
+        if (state.largest <= exact)
+            return;
+    }
+}
+
+void polish(const Problem& problem, State& state) {
+    for (const Stage& stage : last_stages) {
+        if (state.largest > exact)
+            problem.minimise(state, stage);
+    }
+}
+
+bool is_better(const State& a, const State& b) {
+    return a.largest < b.largest;
+}
+
+} // namespace
+
+std::vector<double> spread_by_curvature(const Outline& outline, const std::vector<Target>& targets,
+                                        double exponent) {
+    constexpr int cells = 1000;
+    constexpr int smoothing = 8;
+    const std::vector<double> at_points = curvatures(outline.points);
+    std::vector<double> curvature(cells + 1);
+    const double length = outline.length();
+    std::size_t i = 0;
+    for (int cell = 0; cell <= cells; ++cell) {
+        const double arc = length * cell / cells;
+        while (i + 2 < outline.points.size() && outline.arcs[i + 1] < arc)
+            ++i;
+        const double edge = outline.arcs[i + 1] - outline.arcs[i];
+        const double share = std::clamp((arc - outline.arcs[i]) / edge, 0.0, 1.0);
+        curvature[cell] = at_points[i] + share * (at_points[i + 1] - at_points[i]);
+    }
+    for (int pass = 0; pass < 3; ++pass)
+        curvature = smoothed(curvature, smoothing);
+    std::vector<double> before(cells + 1, 0.0);
+    const auto density = [&](int cell) {
+        return std::pow(curvature[cell] + curvature_floor, exponent);
+    };
+    for (int cell = 1; cell <= cells; ++cell)
+        before[cell] = before[cell - 1] + density(cell - 1) + density(cell);
+    std::vector<double> result;
+    for (const Target& target : targets) {
+        const double x = cells * target.arc / length;
+        const int cell = std::clamp(int(x), 0, cells - 1);
+        const double share = before[cell] + (before[cell + 1] - before[cell]) * (x - cell);
+        result.push_back(std::clamp(share / before[cells], 0.0, 1.0));
+    }
+    return result;
+}
+
+std::vector<double> spread_by_distance(const Problem& problem, const State& state,
+                                       double exponent) {
+    constexpr double neighbour_share = 0.5;
+    constexpr double least_share = 0.05;
+    const int count = problem.count();
+    std::vector<double> largest(std::size_t(count), 0.0);
+    for (std::size_t j = 0; j < state.feet.size(); ++j) {
+        double& of_piece = largest[state.feet[j].piece];
+        of_piece = std::max(of_piece, state.distances[j]);
+    }
+    const double floor = std::max(least_share * state.largest, 1e-300);
+    std::vector<double> before(std::size_t(count + 1), 0.0);
+    for (int i = 0; i < count; ++i) {
+        double distance = std::max(largest[i], floor);
+        if (i > 0)
+            distance = std::max(distance, neighbour_share * largest[i - 1]);
+        if (i + 1 < count)
+            distance = std::max(distance, neighbour_share * largest[i + 1]);
+        // The lines at the ends are half a piece each.
+        const double size = i == 0 || i == count - 1 ? 0.5 : 1.0;
+        before[i + 1] = before[i] + size * std::pow(distance, exponent);
+    }
+    std::vector<double> result;
+    for (const Foot& foot : state.feet) {
+        const double share =
+            before[foot.piece] + (before[foot.piece + 1] - before[foot.piece]) * foot.v;
+        result.push_back(share / before[count]);
+    }
+    return result;
+}
+
+State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
+             const Effort& effort) {
+    Problem problem(outline, count, ends);
+    if (by_tolerance)
+        problem.weigh_by_tolerance();
+    const auto relocate = [&problem](const State& state, double exponent) {
+        State moved =
+            problem.at_parameters(spread_by_distance(problem, state, exponent), state.control);
+        problem.minimise(moved, spreading);
+        return moved;
+    };
+
+    std::vector<State> starts;
+    for (int i = 0; i < effort.starts; ++i) {
+        const std::vector<double> spread =
+            spread_by_curvature(outline, problem.targets(), starting_powers[i]);
+        State state = problem.at_parameters(spread, problem.along(spread));
+        problem.minimise(state, spreading);
+        for (int round = 0; round < 2; ++round)
+            state = relocate(state, 0.25);
+        settle_in(problem, state);
+        starts.push_back(state);
+        if (state.largest <= exact)
+            return state;
+    }
+    std::stable_sort(starts.begin(), starts.end(), is_better);
+    starts.resize(std::size_t(std::min(effort.polished, int(starts.size()))));
+    for (State& state : starts)
+        polish(problem, state);
+    State best = *std::min_element(starts.begin(), starts.end(), is_better);
+
+    constexpr double exponents[] = {0.33, 0.2, 0.5, 0.1};
+    int failures = 0;
+    for (int i = 0; i < effort.relocations && failures < 4 && best.largest > exact; ++i) {
+        State state = relocate(best, exponents[failures]);
+        settle_in(problem, state);
+        polish(problem, state);
+        failures = is_better(state, best) ? 0 : failures + 1;
+        if (failures == 0)
+            best = state;
+    }
+    return best;
+}
+
+} // namespace fitting

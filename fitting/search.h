@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The search for the best spline with a given number of control points.
+#pragma once
+
+#include "fitting/problem.h"
+
+namespace fitting {
+
+/// How much is searched. All counts are fixed: no clock is read.
+struct Effort {
+    int starts = 5;      ///< Of starting_powers, in their order.
+    int polished = 2;    ///< Best starts that are taken to the highest p.
+    int relocations = 2; ///< Rounds in which control points move to where the distances are.
+
+    static Effort thorough() { return {7, 4, 8}; }
+    static Effort best() { return {7, 4, 40}; }
+};
+
+/// For each target the share 0..1 of control points before it, when they are spread by
+/// (curvature + floor)^exponent along the outline.
+std::vector<double> spread_by_curvature(const Outline& outline, const std::vector<Target>& targets,
+                                        double exponent);
+
+/// The same, when the pieces of @p state are made shorter where targets are far, such that all
+/// pieces have the same distance: the share of each piece follows its largest distance to the
+/// power @p exponent.
+std::vector<double> spread_by_distance(const Problem& problem, const State& state, double exponent);
+
+/// The best spline that was found, settled, in the frame of the outline.
+/// @param by_tolerance weigh targets behind the first 20 % of the chord half
+State search(const Outline& outline, int count, Ends ends, bool by_tolerance, const Effort& effort);
+
+} // namespace fitting

@@ -1,0 +1,92 @@
+// SPDX-FileCopyrightText: Aerolith developers
+#include "fitting/smoothness.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace fitting {
+
+namespace {
+
+constexpr double straight = 1e-9;
+constexpr int following_points = 20; // beyond, a fit may follow the noise
+constexpr int bearable_points = 25;  // beyond, it mostly does
+
+QString number(double value, int digits = 2) {
+    return QString::number(value, 'g', digits);
+}
+
+} // namespace
+
+int count_reversals(const Points& control) {
+    std::vector<int> signs;
+    for (int i = 1; i + 1 < int(control.size()); ++i) {
+        const double height = turn_height(control, i);
+        signs.push_back(height > straight ? 1 : height < -straight ? -1 : 0);
+    }
+    return count_reversals(signs);
+}
+
+double least_leg(const Points& control) {
+    double least = (control[1] - control[0]).norm();
+    for (std::size_t i = 2; i < control.size(); ++i)
+        least = std::min(least, (control[i] - control[i - 1]).norm());
+    return least;
+}
+
+QList<tables::Finding> findings(const Outline& outline, const Points& control, const Fit& fit,
+                                double tolerance) {
+    using tables::Gravity;
+    QList<tables::Finding> result;
+    const auto say = [&result](Gravity gravity, const QString& text) {
+        result.append({gravity, 0, text});
+    };
+    const int count = fit.spline.num_pnt;
+    const Deviation& deviation = fit.deviation;
+    if (!fit.holds) {
+        say(Gravity::doubt,
+            QStringLiteral("%1 of %2 points lie outside %3 (first 20 %) and %4 (behind), the "
+                           "farthest at x = %5")
+                .arg(deviation.outside)
+                .arg(deviation.points)
+                .arg(number(tolerance), number(2.0 * tolerance),
+                     QString::number(deviation.largest_at.x(), 'f', 3)));
+    }
+    for (const int corner : outline.corners) {
+        const double distance = distance_to(control, outline.points[corner]);
+        if (distance <= tolerance)
+            continue;
+        say(Gravity::doubt,
+            QStringLiteral("the corner at x = %1 is rounded: the curve passes it at %2")
+                .arg(outline.points[corner].x() - outline.nose().x(), 0, 'f', 3)
+                .arg(number(distance)));
+    }
+    if (fit.noise >= spoken_noise) {
+        say(Gravity::note,
+            QStringLiteral("the table is noisy: its points scatter by %1 of the chord across the "
+                           "curve")
+                .arg(number(fit.noise)));
+    }
+    const bool follows = count > bearable_points ||
+                         (count > following_points && deviation.root_mean_square < fit.noise);
+    if (follows) {
+        say(Gravity::note,
+            QStringLiteral("with %1 control points the curve mostly follows the noise of the table")
+                .arg(count));
+    }
+    if (fit.reversals > fit.table_reversals) {
+        say(Gravity::doubt,
+            QStringLiteral("the curvature changes its sign %1 times, the table calls for %2")
+                .arg(fit.reversals)
+                .arg(fit.table_reversals));
+    }
+    if (fit.least_leg < pick_distance) {
+        say(Gravity::note,
+            QStringLiteral("two control points are only %1 chord apart: the editor picks within 8 "
+                           "pixels")
+                .arg(number(fit.least_leg)));
+    }
+    return result;
+}
+
+} // namespace fitting
