@@ -12,10 +12,6 @@ namespace fitting {
 
 namespace {
 
-constexpr int best_points = 30;
-// A spline as good as the next longer search is likely to make it is not searched again.
-constexpr double rather_far = 4e-4;
-
 QSize editor_size() {
     return QSize(1024, 768);
 }
@@ -107,7 +103,7 @@ std::optional<Candidate> Fitter::with_points(int count) const {
 // asks for more of them.
 std::optional<Candidate> Fitter::with_tolerance() const {
     std::optional<Candidate> chosen;
-    const Effort effort = request.best ? Effort::thorough() : Effort();
+    const Effort effort = request.best ? Effort::thorough() : Effort::without_shakes();
     for (int count = least_points; count <= most_points; ++count) {
         const std::optional<Candidate> next = candidate(count, true, effort);
         if (!next)

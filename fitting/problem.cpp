@@ -14,10 +14,21 @@ constexpr double rear_weight = 0.5;
 constexpr double width_weight = 30.0;
 constexpr double least_width = 1e-6;
 constexpr double greatest_step = 0.05; // chord units
-constexpr double pull_weight = 1e-2;
+// A spline that folds or makes a loop turns at least this much (radians) more than its table.
+constexpr double folded = 3.0;
 constexpr double nothing = 1e-12;
 // Below this a turn to the wrong side is not seen in any plot.
+constexpr double leg_ratio = 4.0;
 constexpr double turn_margin = 1e-7;
+
+// The way along which leg i, from control point i - 1 to i, should run; zero where its
+// neighbours coincide.
+Point way_of_leg(const Points& control, int i) {
+    const int last = int(control.size()) - 1;
+    const Point across = control[std::min(i + 1, last)] - control[std::max(i - 2, 0)];
+    const double length = across.norm();
+    return length > nothing ? Point(across / length) : Point(0.0, 0.0);
+}
 
 // The place of a parameter 0..1: half a share for each line, a whole one for each parabola.
 Foot foot_of(double parameter, int count) {
@@ -116,7 +127,9 @@ struct Problem::Normal {
 Problem::Problem(const Outline& outline, int count, Ends how)
     : control_count(count), ends(how), first(outline.points.front()),
       last(how == Ends::closed ? outline.points.front() : outline.points.back()),
-      freedom(Freedom::of(count, how)), samples(count), all_targets(outline.targets(count)) {
+      freedom(Freedom::of(count, how)), samples(count),
+      greatest_turning(total_turning(outline.points) + folded),
+      all_targets(outline.targets(count)) {
     if (how == Ends::symmetric)
         last.x() = first.x();
 }
@@ -154,17 +167,36 @@ void Problem::symmetrise(Points& control) const {
     }
 }
 
-State Problem::at_parameters(const std::vector<double>& parameters, const Points& pull) const {
+bool Problem::folds(const Points& control) const {
+    return total_turning(control) > greatest_turning;
+}
+
+// Control points on the outline, at even steps of the parameters of the targets.
+Points Problem::along(const std::vector<double>& parameters) const {
+    Points result;
+    std::size_t j = 0;
+    for (int i = 0; i < control_count; ++i) {
+        const double parameter = i / double(control_count - 1);
+        while (j + 2 < parameters.size() && parameters[j + 1] < parameter)
+            ++j;
+        const double step = parameters[j + 1] - parameters[j];
+        const double share =
+            step > 0.0 ? std::clamp((parameter - parameters[j]) / step, 0.0, 1.0) : 0.0;
+        const Point& from = all_targets[j].point;
+        result.push_back(from + share * (all_targets[j + 1].point - from));
+    }
+    return result;
+}
+
+Points Problem::least_squares(const std::vector<Foot>& feet, const Points& pull,
+                              double weight) const {
     const int inner = control_count - 2;
-    Eigen::MatrixXd matrix = pull_weight * Eigen::MatrixXd::Identity(inner, inner);
+    Eigen::MatrixXd matrix = weight * Eigen::MatrixXd::Identity(inner, inner);
     Eigen::MatrixXd right(inner, 2);
     for (int i = 0; i < inner; ++i)
-        right.row(i) = pull_weight * pull[i + 1].transpose();
-    State state;
+        right.row(i) = weight * pull[i + 1].transpose();
     for (std::size_t j = 0; j < all_targets.size(); ++j) {
-        const Foot foot = foot_of(parameters[j], control_count);
-        state.feet.push_back(foot);
-        const Weights w = weights(control_count, foot);
+        const Weights w = weights(control_count, feet[j]);
         Point rest = all_targets[j].point;
         for (int k = 0; k < 3; ++k) {
             if (w.first + k == 0)
@@ -185,34 +217,31 @@ State Problem::at_parameters(const std::vector<double>& parameters, const Points
         }
     }
     const Eigen::MatrixXd solution = matrix.llt().solve(right);
-    state.control.push_back(first);
+    Points control = {first};
     for (int i = 0; i < inner; ++i)
-        state.control.emplace_back(solution.row(i).transpose());
-    state.control.push_back(last);
-    symmetrise(state.control);
-    settle(state.control);
+        control.emplace_back(solution.row(i).transpose());
+    control.push_back(last);
+    symmetrise(control);
+    settle(control);
+    return control;
+}
+
+State Problem::at_parameters(const std::vector<double>& parameters) const {
+    State state;
+    for (const double parameter : parameters)
+        state.feet.push_back(foot_of(parameter, control_count));
+    const Points pull = along(parameters);
+    for (const double weight : {1e-2, 1e-1, 1.0, 10.0}) {
+        state.control = least_squares(state.feet, pull, weight);
+        if (!folds(state.control))
+            break;
+    }
     for (std::size_t j = 0; j < all_targets.size(); ++j) {
         // A foot at the end of a piece cannot be followed: it is looked for on the neighbours.
         state.feet[j].v = std::clamp(state.feet[j].v, 0.0, 1.0);
         project(state.control, all_targets[j].point, state.feet[j]);
     }
     return state;
-}
-
-Points Problem::along(const std::vector<double>& parameters) const {
-    Points result;
-    std::size_t j = 0;
-    for (int i = 0; i < control_count; ++i) {
-        const double parameter = i / double(control_count - 1);
-        while (j + 2 < parameters.size() && parameters[j + 1] < parameter)
-            ++j;
-        const double step = parameters[j + 1] - parameters[j];
-        const double share =
-            step > 0.0 ? std::clamp((parameter - parameters[j]) / step, 0.0, 1.0) : 0.0;
-        const Point& from = all_targets[j].point;
-        result.push_back(from + share * (all_targets[j + 1].point - from));
-    }
-    return result;
 }
 
 std::vector<int> Problem::turns(const State& state) const {
@@ -240,18 +269,29 @@ std::vector<int> Problem::turns(const State& state) const {
     return result;
 }
 
-double Problem::penalty(const Points& control, double turn_weight,
+double Problem::penalty(const Points& control, const Stage& stage,
                         const std::vector<int>& turns) const {
     double sum = 0.0;
     for (int i = 1; i < control_count; ++i) {
         const double lacking = leg_weight * (least_leg - (control[i] - control[i - 1]).norm());
         if (lacking > 0.0)
             sum += lacking * lacking;
+        const double progress = (control[i] - control[i - 1]).dot(way_of_leg(control, i));
+        if (progress < 0.0)
+            sum += progress * progress;
     }
     for (int i = 1; i + 1 < control_count; ++i) {
-        const double height = turn_weight * (turns[i] * turn_height(control, i) - turn_margin);
+        const double height =
+            stage.turn_weight * (turns[i] * turn_height(control, i) - turn_margin);
         if (turns[i] != 0 && height < 0.0)
             sum += height * height;
+    }
+    for (int i = 1; i + 1 < control_count && stage.uneven_weight > 0.0; ++i) {
+        const double before = (control[i] - control[i - 1]).norm();
+        const double behind = (control[i + 1] - control[i]).norm();
+        const double excess = std::max(before, behind) - leg_ratio * std::min(before, behind);
+        if (excess > 0.0)
+            sum += stage.uneven_weight * stage.uneven_weight * excess * excess;
     }
     return sum;
 }
@@ -274,7 +314,7 @@ void Problem::evaluate(State& state, const Stage& stage, const std::vector<int>&
             sum /= double(size);
         state.norm = state.largest * std::pow(sum, 1.0 / stage.p);
     }
-    state.merit = state.norm * state.norm + penalty(state.control, stage.turn_weight, turns);
+    state.merit = state.norm * state.norm + penalty(state.control, stage, turns);
 }
 
 void Problem::add_distances(Normal& normal, const State& state, double p) const {
@@ -330,6 +370,21 @@ void Problem::add_legs(Normal& normal, const State& state) const {
     }
 }
 
+void Problem::add_folds(Normal& normal, const State& state) const {
+    for (int i = 1; i < control_count; ++i) {
+        const Point way = way_of_leg(state.control, i);
+        Row row;
+        row.value = (state.control[i] - state.control[i - 1]).dot(way);
+        if (!(row.value < 0.0))
+            continue;
+        for (int axis = 0; axis < 2; ++axis) {
+            row.add(i - 1, axis, -way[axis]);
+            row.add(i, axis, way[axis]);
+        }
+        normal.add(row, 1.0, 1.0, 0.0);
+    }
+}
+
 void Problem::add_turns(Normal& normal, const State& state, double turn_weight,
                         const std::vector<int>& turns) const {
     const Points& control = state.control;
@@ -357,6 +412,29 @@ void Problem::add_turns(Normal& normal, const State& state, double turn_weight,
     }
 }
 
+void Problem::add_uneven_legs(Normal& normal, const State& state, double weight) const {
+    for (int i = 1; i + 1 < control_count; ++i) {
+        const Point before = state.control[i] - state.control[i - 1];
+        const Point behind = state.control[i + 1] - state.control[i];
+        const double lengths[] = {before.norm(), behind.norm()};
+        const bool shrinks = lengths[0] > lengths[1];
+        const double factors[] = {shrinks ? weight : -leg_ratio * weight,
+                                  shrinks ? -leg_ratio * weight : weight};
+        Row row;
+        row.value = factors[0] * lengths[0] + factors[1] * lengths[1];
+        if (!(row.value > 0.0) || !(std::min(lengths[0], lengths[1]) > nothing))
+            continue;
+        for (int axis = 0; axis < 2; ++axis) {
+            const double slopes[] = {factors[0] * before[axis] / lengths[0],
+                                     factors[1] * behind[axis] / lengths[1]};
+            row.add(i - 1, axis, -slopes[0]);
+            row.add(i, axis, slopes[0] - slopes[1]);
+            row.add(i + 1, axis, slopes[1]);
+        }
+        normal.add(row, 1.0, 1.0, 0.0);
+    }
+}
+
 // The state is 1 wide, so the residual is 0 and only its slopes count: no step shall change
 // the width.
 void Problem::add_width(Normal& normal, const State& state) const {
@@ -376,6 +454,7 @@ int Problem::minimise(State& state, const Stage& stage) const {
     Eigen::MatrixXd damped;
     const std::vector<int> senses = turns(state);
     evaluate(state, stage, senses);
+    const bool may_fold = folds(state.control);
     double lambda = 1e-3;
     int idle = 0;
     int taken = 0;
@@ -384,7 +463,10 @@ int Problem::minimise(State& state, const Stage& stage) const {
         normal.clear();
         add_distances(normal, state, stage.p);
         add_legs(normal, state);
+        add_folds(normal, state);
         add_turns(normal, state, stage.turn_weight, senses);
+        if (stage.uneven_weight > 0.0)
+            add_uneven_legs(normal, state, stage.uneven_weight);
         add_width(normal, state);
         normal.damping.array() += 1e-9;
         const double before = state.merit;
@@ -411,7 +493,7 @@ int Problem::minimise(State& state, const Stage& stage) const {
             }
             settle(trial.control);
             evaluate(trial, stage, senses);
-            falls = trial.merit < before;
+            falls = trial.merit < before && (may_fold || !folds(trial.control));
             lambda = falls ? std::max(0.2 * lambda, 1e-9) : std::min(8.0 * lambda, 1e6);
         }
         if (!falls)

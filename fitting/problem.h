@@ -39,8 +39,9 @@ struct State {
 
 /// How a stretch of steps is made.
 struct Stage {
-    double p = 2.0;           ///< 2 or a greater power of 2.
-    double turn_weight = 1.0; ///< Of turns to the wrong side.
+    double p = 2.0;             ///< 2 or a greater power of 2.
+    double turn_weight = 1.0;   ///< Of turns to the wrong side.
+    double uneven_weight = 0.0; ///< Of legs much longer than their neighbours.
     int most_steps = 20;
     double least_gain = 1e-3; ///< Ends when the merit falls by less than this share twice running.
 };
@@ -51,7 +52,12 @@ struct Stage {
 /// The merit is the squared p-norm of the targets' distances, each times its weight, plus the
 /// squares of penalties in the same unit, chord:
 /// - by how much neighbouring control points are nearer to each other than least_leg;
-/// - by how much a control point turns to the side on which the outline does not.
+/// - by how far a leg of the control polygon runs back, against the line from the control point
+///   before it to the one behind it: there the curve would fold;
+/// - by how much a control point turns to the side on which the outline does not;
+/// - by how much a leg is longer than four times the next one. At the end of a parabola the
+///   curvature falls with the third power of its leg, so next to a long leg a short one makes a
+///   kink that no point of the table sees.
 class Problem {
 public:
     Problem(const Outline& outline, int count, Ends ends);
@@ -73,14 +79,15 @@ public:
     /// Mirrors the first half of the control points onto the second one, if that is asked for.
     void symmetrise(Points& control) const;
 
-    /// Control points by linear least squares with each target at a parameter of its own.
+    /// Control points by linear least squares with each target at a parameter of its own, drawn
+    /// to the outline as weakly as they do not fold.
     /// @param parameters of the targets, 0..1, not decreasing; 0 and 1 are the ends, and the
     ///                   parabolas share the rest evenly
-    /// @param pull       control points where there are no targets are drawn here
-    State at_parameters(const std::vector<double>& parameters, const Points& pull) const;
+    State at_parameters(const std::vector<double>& parameters) const;
 
-    /// Control points on the outline, at even steps of the parameters of the targets.
-    Points along(const std::vector<double>& parameters) const;
+    /// Whether control points turn so much more than the table that their curve folds or makes
+    /// a loop.
+    bool folds(const Points& control) const;
 
     /// The sense in which each control point has to turn, as the targets say whose feet lie on
     /// its piece: 1, -1, or 0 where they are not of one mind.
@@ -90,20 +97,24 @@ public:
     void evaluate(State& state, const Stage& stage, const std::vector<int>& turns) const;
 
     /// Steps of damped Gauss-Newton: tangent distances, weighted for the p-norm, with the width
-    /// held as a further residual. A step is taken if the merit of the settled spline falls,
-    /// else the damping grows.
+    /// held as a further residual. A step is taken if the merit of the settled spline falls and
+    /// it does not begin to fold, else the damping grows.
     /// @return number of steps taken
     int minimise(State& state, const Stage& stage) const;
 
 private:
     struct Normal;
     struct Row;
+    Points along(const std::vector<double>& parameters) const;
+    Points least_squares(const std::vector<Foot>& feet, const Points& pull, double weight) const;
     void add_distances(Normal& normal, const State& state, double p) const;
     void add_legs(Normal& normal, const State& state) const;
+    void add_folds(Normal& normal, const State& state) const;
     void add_turns(Normal& normal, const State& state, double weight,
                    const std::vector<int>& turns) const;
     void add_width(Normal& normal, const State& state) const;
-    double penalty(const Points& control, double turn_weight, const std::vector<int>& turns) const;
+    void add_uneven_legs(Normal& normal, const State& state, double weight) const;
+    double penalty(const Points& control, const Stage& stage, const std::vector<int>& turns) const;
 
     int control_count;
     Ends ends;
@@ -111,6 +122,7 @@ private:
     Point last;
     Freedom freedom;
     WidthSamples samples;
+    double greatest_turning;
     std::vector<Target> all_targets;
 };
 

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <random>
 
 namespace fitting {
 
@@ -11,17 +12,18 @@ namespace {
 constexpr double starting_powers[] = {0.5, 1.0 / 3.0, 2.0 / 3.0, 0.42, 0.58, 0.25, 0.75};
 constexpr double curvature_floor = 0.3; // 1 / chord
 constexpr double exact = 1e-12;         // chord; nothing is left to do
-constexpr double nearly_exact = 1e-6;
+constexpr double nearly_exact = 1e-5;
 
 // At first turns to the wrong side are only dear, so that control points can pass through them.
 constexpr double lenient = 1.0;
 constexpr double strict = 20.0;
+constexpr double even = 1e-3;
 
-constexpr Stage spreading = {2.0, lenient, 8, 1e-3};
-constexpr Stage first_stages[] = {{2.0, lenient, 20, 1e-3}, {4.0, lenient, 20, 1e-3}};
-constexpr Stage exact_stage = {2.0, lenient, 60, 1e-3};
+constexpr Stage spreading = {2.0, lenient, even, 8, 1e-3};
+constexpr Stage first_stages[] = {{2.0, lenient, even, 20, 1e-3}, {4.0, lenient, even, 20, 1e-3}};
+constexpr Stage exact_stage = {2.0, 0.0, 0.0, 60, 1e-3};
 constexpr Stage last_stages[] = {
-    {8.0, strict, 20, 1e-3}, {16.0, strict, 20, 1e-3}, {32.0, strict, 60, 3e-4}};
+    {8.0, strict, even, 20, 1e-3}, {16.0, strict, even, 20, 1e-3}, {32.0, strict, even, 60, 3e-4}};
 
 // Mean of each value and its neighbours within `reach`.
 std::vector<double> smoothed(const std::vector<double>& values, int reach) {
@@ -71,8 +73,48 @@ void polish(const Problem& problem, State& state) {
     }
 }
 
-bool is_better(const State& a, const State& b) {
-    return a.largest < b.largest;
+// The share of control points before each foot, when every piece gets its share of them.
+std::vector<double> spread(const std::vector<Foot>& feet, const std::vector<double>& shares) {
+    const std::size_t count = shares.size();
+    std::vector<double> before(count + 1, 0.0);
+    for (std::size_t i = 0; i < count; ++i) {
+        // The lines at the ends are half a piece each.
+        const double size = i == 0 || i + 1 == count ? 0.5 : 1.0;
+        before[i + 1] = before[i] + size * shares[i];
+    }
+    std::vector<double> result;
+    for (const Foot& foot : feet) {
+        const double from = before[foot.piece];
+        result.push_back((from + (before[foot.piece + 1] - from) * foot.v) / before[count]);
+    }
+    return result;
+}
+
+State shaken(const Problem& problem, State best, int shakes) {
+    constexpr double pi = 3.14159265358979323846;
+    std::minstd_rand random(1);
+    const auto between_plus_minus_one = [&random] {
+        return 2.0 * double(random()) / double(std::minstd_rand::max()) - 1.0;
+    };
+    problem.minimise(best, exact_stage);
+    for (int i = 0; i < shakes && best.largest > exact; ++i) {
+        // A wave along the spline moves control points from one side to the other.
+        const double height = 0.6 * between_plus_minus_one();
+        const double phase = pi * between_plus_minus_one();
+        const double waves = 1 + i % 3;
+        const double noise = 0.5 / (1 + i % 4);
+        std::vector<double> shares(std::size_t(problem.count()));
+        for (std::size_t k = 0; k < shares.size(); ++k) {
+            const double place = double(k) / double(shares.size());
+            shares[k] = std::exp(height * std::cos(2.0 * pi * waves * place + phase) +
+                                 noise * between_plus_minus_one());
+        }
+        State state = problem.at_parameters(spread(best.feet, shares));
+        problem.minimise(state, exact_stage);
+        if (state.norm < best.norm)
+            best = state;
+    }
+    return best;
 }
 
 } // namespace
@@ -121,25 +163,18 @@ std::vector<double> spread_by_distance(const Problem& problem, const State& stat
         double& of_piece = largest[state.feet[j].piece];
         of_piece = std::max(of_piece, state.distances[j]);
     }
-    const double floor = std::max(least_share * state.largest, 1e-300);
-    std::vector<double> before(std::size_t(count + 1), 0.0);
+    const double floor =
+        std::max(least_share * *std::max_element(largest.begin(), largest.end()), 1e-300);
+    std::vector<double> shares;
     for (int i = 0; i < count; ++i) {
         double distance = std::max(largest[i], floor);
         if (i > 0)
             distance = std::max(distance, neighbour_share * largest[i - 1]);
         if (i + 1 < count)
             distance = std::max(distance, neighbour_share * largest[i + 1]);
-        // The lines at the ends are half a piece each.
-        const double size = i == 0 || i == count - 1 ? 0.5 : 1.0;
-        before[i + 1] = before[i] + size * std::pow(distance, exponent);
+        shares.push_back(std::pow(distance, exponent));
     }
-    std::vector<double> result;
-    for (const Foot& foot : state.feet) {
-        const double share =
-            before[foot.piece] + (before[foot.piece + 1] - before[foot.piece]) * foot.v;
-        result.push_back(share / before[count]);
-    }
-    return result;
+    return spread(state.feet, shares);
 }
 
 State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
@@ -148,17 +183,21 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
     if (by_tolerance)
         problem.weigh_by_tolerance();
     const auto relocate = [&problem](const State& state, double exponent) {
-        State moved =
-            problem.at_parameters(spread_by_distance(problem, state, exponent), state.control);
+        State moved = problem.at_parameters(spread_by_distance(problem, state, exponent));
         problem.minimise(moved, spreading);
         return moved;
     };
 
+    const auto is_better = [&problem](const State& a, const State& b) {
+        const bool a_folds = problem.folds(a.control);
+        const bool b_folds = problem.folds(b.control);
+        return a_folds != b_folds ? b_folds : a.largest < b.largest;
+    };
+
     std::vector<State> starts;
     for (int i = 0; i < effort.starts; ++i) {
-        const std::vector<double> spread =
-            spread_by_curvature(outline, problem.targets(), starting_powers[i]);
-        State state = problem.at_parameters(spread, problem.along(spread));
+        State state = problem.at_parameters(
+            spread_by_curvature(outline, problem.targets(), starting_powers[i]));
         problem.minimise(state, spreading);
         for (int round = 0; round < 2; ++round)
             state = relocate(state, 0.25);
@@ -168,6 +207,11 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
             return state;
     }
     std::stable_sort(starts.begin(), starts.end(), is_better);
+    if (outline.noise < exact_noise && effort.shakes > 0) {
+        const State met = shaken(problem, starts.front(), effort.shakes);
+        if (met.largest < nearly_exact)
+            return met;
+    }
     starts.resize(std::size_t(std::min(effort.polished, int(starts.size()))));
     for (State& state : starts)
         polish(problem, state);

@@ -11,10 +11,17 @@ struct Effort {
     int starts = 5;      ///< Of starting_powers, in their order.
     int polished = 2;    ///< Best starts that are taken to the highest p.
     int relocations = 2; ///< Rounds in which control points move to where the distances are.
+    int shakes = 400;    ///< For tables without noise, see exact_noise.
 
-    static Effort thorough() { return {7, 4, 8}; }
-    static Effort best() { return {7, 4, 40}; }
+    static Effort without_shakes() { return {5, 2, 2, 0}; }
+    static Effort thorough() { return {7, 4, 8, 400}; }
+    static Effort best() { return {7, 4, 40, 400}; }
 };
+
+/// Below this noise (chord) a table was made from a smooth curve, neither measured nor rounded. It
+/// may come from a spline of the same kind, which is met exactly if its control points are shared
+/// out right: so they are shaken until they are.
+constexpr double exact_noise = 1e-8;
 
 /// For each target the share 0..1 of control points before it, when they are spread by
 /// (curvature + floor)^exponent along the outline.

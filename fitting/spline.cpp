@@ -173,6 +173,16 @@ double turn_height(const Points& control, int i) {
     return cross(control[i] - control[i - 1], control[i + 1] - control[i]) / length;
 }
 
+double total_turning(const Points& polygon) {
+    double sum = 0.0;
+    for (std::size_t i = 1; i + 1 < polygon.size(); ++i) {
+        const Point before = polygon[i] - polygon[i - 1];
+        const Point behind = polygon[i + 1] - polygon[i];
+        sum += std::abs(std::atan2(cross(before, behind), before.dot(behind)));
+    }
+    return sum;
+}
+
 WidthSamples::WidthSamples(int count) {
     // Normalised weight of the second control point in the first span that has two.
     const auto share = [](double v) { return v * v / (1.0 + 2.0 * v - v * v); };

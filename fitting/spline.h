@@ -54,6 +54,11 @@ double distance_to(const Points& control, const Point& target);
 /// the curve turns to the left. 0 where the neighbours coincide.
 double turn_height(const Points& control, int i);
 
+/// Sum of the angles, taken positive, by which a polygon turns at its inner points; that of a
+/// control polygon is also that of its curve. A polygon through points of a curve turns less
+/// than the curve, so what a spline turns more than its table are folds, loops and waves.
+double total_turning(const Points& polygon);
+
 /// The 999 samples by which the window measures how wide a spline is.
 class WidthSamples {
 public:
