@@ -29,12 +29,18 @@ struct Options {
     bool align = false;           ///< The other section is moved onto the reference.
     double tolerance = 0.0;       ///< The greatest distance allowed; 0 for any.
 
+    bool best = false; ///< A longer search for the spline.
+    bool symmetric = false;
+    bool closed = false;
+
     std::string to;     ///< Format of the outputs; empty: told from the name of the one output.
     std::string output; ///< Name of the one output, "-" for standard output.
     std::string folder; ///< Folder of the outputs.
     bool force = false; ///< Existing files may be replaced.
 
-    int points = 0;                    ///< New points on the curve; 0 for those of the file.
+    /// New points on the curve, 0 for those of the file; of a fit the control points, 0 for as
+    /// few as hold the tolerance.
+    int points = 0;
     std::string spacing = "curvature"; ///< How new points are spread.
     int decimals = 8;                  ///< Of coordinates that are written.
     bool reverse = false;
