@@ -48,6 +48,17 @@ struct Candidate {
     Deviation deviation;
 };
 
+// From here on a longer search is tried.
+constexpr double near = 1e-4;
+
+bool holds(const Candidate& candidate) {
+    return candidate.deviation.largest_over_tolerance <= usual_tolerance;
+}
+
+bool is_better(const Candidate& a, const Candidate& b) {
+    return holds(a) != holds(b) ? holds(a) : a.deviation.largest < b.deviation.largest;
+}
+
 class Fitter {
 public:
     Fitter(const QPolygonF& t, const Outline& o, const Request& r)
@@ -78,22 +89,22 @@ std::optional<Candidate> Fitter::candidate(int count, bool by_tolerance,
 }
 
 // The largest distance is what is minimised. Where it exceeds the tolerance near the nose, the
-// fit that lets it grow behind is tried too, and then a longer search.
+// fit that lets it grow behind is tried too; where it stays large, a longer search.
 std::optional<Candidate> Fitter::with_points(int count) const {
-    if (request.best)
-        return candidate(count, false, Effort::best());
     std::optional<Candidate> chosen;
-    for (const Effort& effort : {Effort(), Effort::thorough()}) {
+    const std::vector<Effort> efforts =
+        request.best ? std::vector{Effort::best()} : std::vector{Effort(), Effort::thorough()};
+    for (const Effort& effort : efforts) {
         for (const bool by_tolerance : {false, true}) {
             const std::optional<Candidate> next = candidate(count, by_tolerance, effort);
             if (!next)
                 continue;
-            const bool holds = next->deviation.largest_over_tolerance <= usual_tolerance;
-            const bool is_better = !chosen || next->deviation.largest < chosen->deviation.largest;
-            if (holds || is_better)
+            if (!chosen || is_better(*next, *chosen))
                 chosen = next;
-            if (holds)
+            if (holds(*chosen) && chosen->deviation.largest <= near)
                 return chosen;
+            if (holds(*chosen))
+                break;
         }
     }
     return chosen;

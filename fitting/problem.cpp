@@ -257,8 +257,8 @@ std::vector<int> Problem::turns(const State& state) const {
     std::vector<int> result = of_piece;
     for (int i = 0; i < control_count; ++i) {
         for (int k = 1; result[i] == 0 && k < control_count; ++k) {
-            const int before = i - k >= 0 ? of_piece[i - k] : 0;
-            const int behind = i + k < control_count ? of_piece[i + k] : 0;
+            const int before = i - k >= 0 ? of_piece[i - k] % mixed : 0;
+            const int behind = i + k < control_count ? of_piece[i + k] % mixed : 0;
             result[i] = before != 0 ? before : behind;
         }
     }

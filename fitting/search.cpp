@@ -25,6 +25,8 @@ constexpr Stage exact_stage = {2.0, 0.0, 0.0, 60, 1e-3};
 constexpr Stage last_stages[] = {
     {8.0, strict, even, 20, 1e-3}, {16.0, strict, even, 20, 1e-3}, {32.0, strict, even, 60, 3e-4}};
 
+constexpr Stage calming = {32.0, 1000.0, even, 40, 1e-3};
+
 // Mean of each value and its neighbours within `reach`.
 std::vector<double> smoothed(const std::vector<double>& values, int reach) {
     const int size = int(values.size());
@@ -90,26 +92,38 @@ std::vector<double> spread(const std::vector<Foot>& feet, const std::vector<doub
     return result;
 }
 
-State shaken(const Problem& problem, State best, int shakes) {
-    constexpr double pi = 3.14159265358979323846;
-    std::minstd_rand random(1);
-    const auto between_plus_minus_one = [&random] {
-        return 2.0 * double(random()) / double(std::minstd_rand::max()) - 1.0;
-    };
-    problem.minimise(best, exact_stage);
-    for (int i = 0; i < shakes && best.largest > exact; ++i) {
+// Shares of control points that change by fixed random numbers.
+class Shares {
+public:
+    std::vector<double> next(int count) {
+        constexpr double pi = 3.14159265358979323846;
         // A wave along the spline moves control points from one side to the other.
         const double height = 0.6 * between_plus_minus_one();
         const double phase = pi * between_plus_minus_one();
-        const double waves = 1 + i % 3;
-        const double noise = 0.5 / (1 + i % 4);
-        std::vector<double> shares(std::size_t(problem.count()));
-        for (std::size_t k = 0; k < shares.size(); ++k) {
-            const double place = double(k) / double(shares.size());
-            shares[k] = std::exp(height * std::cos(2.0 * pi * waves * place + phase) +
-                                 noise * between_plus_minus_one());
-        }
-        State state = problem.at_parameters(spread(best.feet, shares));
+        const double waves = 1 + round % 3;
+        const double noise = 0.5 / (1 + round % 4);
+        std::vector<double> shares;
+        for (int k = 0; k < count; ++k)
+            shares.push_back(std::exp(height * std::cos(2.0 * pi * waves * k / count + phase) +
+                                      noise * between_plus_minus_one()));
+        ++round;
+        return shares;
+    }
+
+private:
+    double between_plus_minus_one() {
+        return 2.0 * double(engine()) / double(std::minstd_rand::max()) - 1.0;
+    }
+
+    std::minstd_rand engine{1};
+    int round = 0;
+};
+
+State shaken(const Problem& problem, State best, int shakes) {
+    Shares shares;
+    problem.minimise(best, exact_stage);
+    for (int i = 0; i < shakes && best.largest > exact; ++i) {
+        State state = problem.at_parameters(spread(best.feet, shares.next(problem.count())));
         problem.minimise(state, exact_stage);
         if (state.norm < best.norm)
             best = state;
@@ -182,12 +196,12 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
     Problem problem(outline, count, ends);
     if (by_tolerance)
         problem.weigh_by_tolerance();
-    const auto relocate = [&problem](const State& state, double exponent) {
-        State moved = problem.at_parameters(spread_by_distance(problem, state, exponent));
-        problem.minimise(moved, spreading);
-        return moved;
+    problem.least_leg = effort.least_leg;
+    const auto laid_out = [&problem](const std::vector<double>& parameters) {
+        State state = problem.at_parameters(parameters);
+        problem.minimise(state, spreading);
+        return state;
     };
-
     const auto is_better = [&problem](const State& a, const State& b) {
         const bool a_folds = problem.folds(a.control);
         const bool b_folds = problem.folds(b.control);
@@ -196,11 +210,9 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
 
     std::vector<State> starts;
     for (int i = 0; i < effort.starts; ++i) {
-        State state = problem.at_parameters(
-            spread_by_curvature(outline, problem.targets(), starting_powers[i]));
-        problem.minimise(state, spreading);
+        State state = laid_out(spread_by_curvature(outline, problem.targets(), starting_powers[i]));
         for (int round = 0; round < 2; ++round)
-            state = relocate(state, 0.25);
+            state = laid_out(spread_by_distance(problem, state, 0.25));
         settle_in(problem, state);
         starts.push_back(state);
         if (state.largest <= exact)
@@ -218,16 +230,24 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
     State best = *std::min_element(starts.begin(), starts.end(), is_better);
 
     constexpr double exponents[] = {0.33, 0.2, 0.5, 0.1};
+    constexpr int exponent_count = 4;
+    Shares shares;
     int failures = 0;
-    for (int i = 0; i < effort.relocations && failures < 4 && best.largest > exact; ++i) {
-        State state = relocate(best, exponents[failures]);
+    for (int i = 0; i < effort.relocations && best.largest > exact; ++i) {
+        State state = laid_out(failures < exponent_count
+                                   ? spread_by_distance(problem, best, exponents[failures])
+                                   : spread(best.feet, shares.next(count)));
         settle_in(problem, state);
         polish(problem, state);
         failures = is_better(state, best) ? 0 : failures + 1;
         if (failures == 0)
             best = state;
     }
-    return best;
+    // What still turns to the wrong side pays for it, if that costs little.
+    constexpr double dear = 1.25;
+    State calm = best;
+    problem.minimise(calm, calming);
+    return calm.largest < dear * best.largest ? calm : best;
 }
 
 } // namespace fitting

@@ -8,14 +8,18 @@ namespace fitting {
 
 /// How much is searched. All counts are fixed: no clock is read.
 struct Effort {
-    int starts = 5;      ///< Of starting_powers, in their order.
-    int polished = 2;    ///< Best starts that are taken to the highest p.
-    int relocations = 2; ///< Rounds in which control points move to where the distances are.
-    int shakes = 400;    ///< For tables without noise, see exact_noise.
+    int starts = 5;   ///< Of starting_powers, in their order.
+    int polished = 2; ///< Best starts that are taken to the highest p.
+    /// Rounds in which control points move to where the distances are; when four in a row have
+    /// failed, by chance.
+    int relocations = 2;
+    int shakes = 400; ///< For tables without noise, see exact_noise.
+
+    double least_leg = 0.0052; ///< Kept between neighbouring control points, chord.
 
     static Effort without_shakes() { return {5, 2, 2, 0}; }
-    static Effort thorough() { return {7, 4, 8, 400}; }
-    static Effort best() { return {7, 4, 40, 400}; }
+    static Effort thorough() { return {7, 3, 12}; }
+    static Effort best() { return {7, 4, 60, 400, 5e-4}; }
 };
 
 /// Below this noise (chord) a table was made from a smooth curve, neither measured nor rounded. It

@@ -8,7 +8,7 @@ namespace fitting {
 
 namespace {
 
-constexpr double straight = 1e-9;
+constexpr double straight = 1e-6;
 constexpr int following_points = 20; // beyond, a fit may follow the noise
 constexpr int bearable_points = 25;  // beyond, it mostly does
 

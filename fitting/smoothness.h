@@ -7,7 +7,7 @@
 namespace fitting {
 
 /// How often the curvature of the spline changes its sign. A piece bends to the side to which
-/// its control point turns, so they are counted on the control points; heights below 1e-9 chord
+/// its control point turns, so they are counted on the control points; heights below 1e-6 chord
 /// count as straight.
 int count_reversals(const Points& control);
 
