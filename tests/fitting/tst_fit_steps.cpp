@@ -1,0 +1,242 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// The steps of a fit, each by itself: the curve, the outline, a step of the search.
+#include "fitting/problem.h"
+#include "fitting/search.h"
+#include "fittingtables.h"
+#include "support/testmain.h"
+
+#include <QTest>
+
+#include <cmath>
+#include <limits>
+
+using namespace fitting;
+
+namespace {
+
+const Points arch = {{1.0, 0.0}, {0.6, 0.1}, {0.1, 0.08}, {-0.02, 0.0}, {0.2, -0.05}, {1.0, 0.0}};
+
+SplineFoil as_spline(const Points& control) {
+    SplineFoil spline;
+    spline.num_pnt = int(control.size());
+    for (int i = 0; i < spline.num_pnt; ++i)
+        spline.CP[i] = QPointF(control[i].x(), control[i].y());
+    spline.init_knots();
+    return spline;
+}
+
+// The plainest way: many places of every piece.
+double nearest_of_many(const Points& control, const Point& target) {
+    constexpr int places = 20000;
+    double least = std::numeric_limits<double>::infinity();
+    for (int piece = 0; piece < int(control.size()); ++piece) {
+        for (int i = 0; i <= places; ++i)
+            least =
+                std::min(least, (position(control, {piece, i / double(places)}) - target).norm());
+    }
+    return least;
+}
+
+Outline outline_of(const QPolygonF& table) {
+    return prepare(table).outline;
+}
+
+} // namespace
+
+class tst_fit_steps : public QObject {
+    Q_OBJECT
+
+private slots:
+    void weights_add_up();
+    void samples_of_the_window_lie_on_it();
+    void width_is_the_windows();
+    void feet();
+    void turns_by_hand();
+    void frame_of_the_window();
+    void refusals_data();
+    void refusals();
+    void copies_have_the_same_bits();
+    void noise_is_told();
+    void reversals();
+    void a_mirrored_spline_has_half_the_variables();
+    void steps_find_the_spline_again();
+    void steps_take_all_from_a_full_penalty();
+    void shares();
+};
+
+void tst_fit_steps::weights_add_up() {
+    for (int piece = 0; piece < 6; ++piece) {
+        for (const double v : {0.0, 0.3, 1.0}) {
+            const Weights w = weights(6, {piece, v});
+            QVERIFY(w.first >= 0 && w.first + 2 < 6);
+            QVERIFY(std::abs(w.of[0] + w.of[1] + w.of[2] - 1.0) < 1e-15);
+        }
+    }
+}
+
+void tst_fit_steps::samples_of_the_window_lie_on_it() {
+    for (const QPointF& sample : as_spline(arch).make_SplinePoly())
+        QVERIFY(distance_to(arch, Point(sample.x(), sample.y())) < 1e-14);
+}
+
+void tst_fit_steps::width_is_the_windows() {
+    double least = 1.0;
+    double greatest = 0.0;
+    for (const QPointF& sample : as_spline(arch).make_SplinePoly()) {
+        least = std::min(least, sample.x());
+        greatest = std::max(greatest, sample.x());
+    }
+    QVERIFY(std::abs(WidthSamples(6).extremes(arch).width - (greatest - least)) < 1e-14);
+}
+
+void tst_fit_steps::feet() {
+    for (int i = 0; i < 40; ++i) {
+        const Point target(1.2 * std::cos(0.4 * i), 0.15 * std::sin(1.7 * i));
+        const double nearest = nearest_of_many(arch, target);
+        QVERIFY(std::abs(distance_to(arch, target) - nearest) < 1e-8);
+        // From a foot near by, downhill.
+        Foot foot;
+        for (int piece = 0; piece < 6; ++piece) {
+            Foot other = {piece, 0.5};
+            if (project(arch, target, other) < (position(arch, foot) - target).norm())
+                foot = other;
+        }
+        QVERIFY(std::abs(project(arch, target, foot) - nearest) < 1e-8);
+        QCOMPARE((position(arch, foot) - target).norm(), project(arch, target, foot));
+    }
+}
+
+void tst_fit_steps::turns_by_hand() {
+    const Points hat = {{0.0, 0.0}, {1.0, 1.0}, {2.0, 0.0}};
+    QCOMPARE(turn_height(hat, 1), -1.0);
+    QVERIFY(std::abs(total_turning(hat) - 1.5707963267948966) < 1e-15);
+    QCOMPARE(turn_height({{0.0, 0.0}, {1.0, 1.0}, {0.0, 0.0}}, 1), 0.0);
+}
+
+void tst_fit_steps::frame_of_the_window() {
+    const QPolygonF framed = in_window_frame({{20.0, 5.0}, {10.0, 7.0}, {0.0, 3.0}, {20.0, 4.0}});
+    QCOMPARE(framed, QPolygonF({{1.0, 0.0}, {0.5, 0.1}, {0.0, -0.1}, {1.0, -0.05}}));
+}
+
+void tst_fit_steps::refusals_data() {
+    QTest::addColumn<QPolygonF>("table");
+    QTest::addColumn<QString>("reason");
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    QTest::newRow("none") << QPolygonF() << QStringLiteral("no points");
+    QTest::newRow("nan") << QPolygonF{{1, 0}, {0, nan}, {1, 0}}
+                         << QStringLiteral("a point is not finite or beyond 1e6");
+    QTest::newRow("huge") << QPolygonF{{1, 0}, {0, 1e7}, {1, 0}}
+                          << QStringLiteral("a point is not finite or beyond 1e6");
+    QTest::newRow("upright") << QPolygonF{{1, 0}, {1, 1}, {1, 2}}
+                             << QStringLiteral("the outline has no width");
+    QTest::newRow("few") << QPolygonF{{1, 0}, {0, 0}, {0, 0}, {1, 0}}
+                         << QStringLiteral("3 different points, expected at least 4");
+    QTest::newRow("flat") << QPolygonF{{1, 0}, {0.5, 1e-6}, {0, 0}, {0.5, -1e-6}, {1, 0}}
+                          << QStringLiteral("the outline has no thickness");
+}
+
+void tst_fit_steps::refusals() {
+    QFETCH(QPolygonF, table);
+    QFETCH(QString, reason);
+    QCOMPARE(prepare(table).reason, reason);
+}
+
+void tst_fit_steps::copies_have_the_same_bits() {
+    const QPolygonF table = four_digit(0.14, 0.03, 61);
+    const Points points = outline_of(table).points;
+    for (int kind = 1; kind < 16; ++kind) {
+        const Outline copy = outline_of(copy_of(table, kind));
+        QCOMPARE(copy.points.size(), points.size());
+        for (std::size_t i = 0; i < points.size(); ++i)
+            QVERIFY2(copy.points[i] == points[i], qPrintable(QString::number(kind)));
+        QCOMPARE(copy.mirrored, bool(kind & 1));
+        QCOMPARE(copy.reversed, bool(kind & 2));
+    }
+}
+
+void tst_fit_steps::noise_is_told() {
+    const QPolygonF smooth = four_digit(0.12, 0.02, 201);
+    QVERIFY(outline_of(smooth).noise < 1e-7);
+    for (const double noise : {1e-5, 1e-4, 1e-3}) {
+        const double found = outline_of(with_noise(smooth, noise, 3)).noise;
+        QVERIFY2(found > 0.7 * noise && found < 1.4 * noise, qPrintable(QString::number(found)));
+    }
+}
+
+void tst_fit_steps::reversals() {
+    QCOMPARE(outline_of(four_digit(0.12, 0.0, 101)).reversals, 0);
+    QCOMPARE(count_reversals({1, 0, 1, -1, 0, -1, 1}), 2);
+    // A hollow in the lower side.
+    QPolygonF hollow = four_digit(0.12, 0.0, 101);
+    for (QPointF& point : hollow) {
+        const double x = point.x() - 0.5;
+        if (point.y() < 0.0)
+            point.ry() += 0.03 * std::exp(-80.0 * x * x);
+    }
+    QCOMPARE(outline_of(hollow).reversals, 2);
+    QCOMPARE(outline_of(with_noise(hollow, 1e-5, 5)).reversals, 2);
+}
+
+void tst_fit_steps::a_mirrored_spline_has_half_the_variables() {
+    QCOMPARE(Freedom::of(10, Ends::table).variables, 16);
+    QCOMPARE(Freedom::of(10, Ends::symmetric).variables, 8);
+    QCOMPARE(Freedom::of(11, Ends::symmetric).variables, 9);
+    const Freedom freedom = Freedom::of(11, Ends::symmetric);
+    QCOMPARE(freedom.variable[2 * 2 + 1], freedom.variable[2 * 8 + 1]);
+    QCOMPARE(freedom.sign[2 * 8 + 1], -1.0);
+    QCOMPARE(freedom.variable[2 * 5 + 1], -1);
+}
+
+// The quadratic convergence of Gauss-Newton where the residuals are 0 needs right slopes.
+void tst_fit_steps::steps_find_the_spline_again() {
+    const SplineAndTable truth = random_spline(11);
+    const Outline outline = outline_of(truth.table);
+    const int count = truth.spline.num_pnt;
+    const Problem problem(outline, count, Ends::table);
+    State state;
+    for (int i = 0; i < count; ++i) {
+        const bool moves = i > 0 && i + 1 < count;
+        const double shift = moves ? 1e-3 * std::sin(2.0 * i) : 0.0;
+        state.control.emplace_back(truth.spline.CP[i].x() + shift, truth.spline.CP[i].y() - shift);
+    }
+    problem.settle(state.control);
+    for (const Target& target : problem.targets()) {
+        Foot best;
+        for (int piece = 0; piece < count; ++piece) {
+            Foot foot = {piece, 0.5};
+            const double before = (position(state.control, best) - target.point).norm();
+            if (project(state.control, target.point, foot) < before)
+                best = foot;
+        }
+        state.feet.push_back(best);
+    }
+    const int steps = problem.minimise(state, {2.0, 0.0, 0.0, 60, 1e-3});
+    QVERIFY2(steps < 20, qPrintable(QString::number(steps)));
+    QVERIFY2(state.largest < 1e-9, qPrintable(QString::number(state.largest)));
+    QVERIFY(std::abs(WidthSamples(count).extremes(state.control).width - 1.0) < 1e-12);
+}
+
+void tst_fit_steps::steps_take_all_from_a_full_penalty() {
+    const Outline outline = outline_of(four_digit(0.12, 0.0, 61));
+    const Problem problem(outline, 12, Ends::table);
+    State state = problem.at_parameters(spread_by_curvature(outline, problem.targets(), 0.5));
+    state.control[5] = state.control[4] + Point(-0.003, 0.0);
+    problem.minimise(state, {2.0, 1.0, 1e-3, 60, 1e-4});
+    for (std::size_t i = 1; i < state.control.size(); ++i)
+        QVERIFY((state.control[i] - state.control[i - 1]).norm() > 0.005);
+    QVERIFY(!problem.folds(state.control));
+}
+
+void tst_fit_steps::shares() {
+    const Outline outline = outline_of(four_digit(0.12, 0.02, 61));
+    const Problem problem(outline, 12, Ends::table);
+    const std::vector<double> spread = spread_by_curvature(outline, problem.targets(), 0.5);
+    QCOMPARE(spread.front(), 0.0);
+    QCOMPARE(spread.back(), 1.0);
+    QVERIFY(std::is_sorted(spread.begin(), spread.end()));
+    const State state = problem.at_parameters(spread);
+    QVERIFY(!problem.folds(state.control));
+}
+
+AEROLITH_GUILESS_TEST_MAIN(tst_fit_steps)
+#include "tst_fit_steps.moc"
