@@ -155,7 +155,7 @@ void tst_cli_ribs::refused_data() {
     row("mirrored table", {"a", "-o", "a.csv", "--mirror"},
         "--mirror is for drawings: --to dxf, svg or pdf");
     row("decimals of a drawing", {"a", "-o", "a.svg", "--chord", "500", "--decimals", "3"},
-        "--reverse, --close-gap, --normalize and --decimals are for tables, not svg");
+        "--reverse, --close-gap, --normalize, --decimals and --points are for tables, not svg");
     row("open with allowance",
         {"a", "-o", "a.svg", "--chord", "500", "--intake", "open", "--seam", "5"},
         "--intake open is for drawing only and takes no allowance");
@@ -188,7 +188,7 @@ void tst_cli_ribs::refused_data() {
     row("allowance", {"a", "-o", "a.dxf", "--chord", "500", "--allowance", "-1"},
         "--allowance: '-1' is not within 0 to 1000");
     row("marks", {"a", "-o", "a.dxf", "--chord", "500", "--marks", "0.5"},
-        "--marks: '0.5' is not within 1 to 1e+05");
+        "--marks: '0.5' is not within 1 to 100000");
 }
 
 void tst_cli_ribs::refused() {
