@@ -89,11 +89,14 @@ std::optional<Candidate> Fitter::candidate(int count, bool by_tolerance,
 }
 
 // The largest distance is what is minimised. Where it exceeds the tolerance near the nose, the
-// fit that lets it grow behind is tried too; where it stays large, a longer search.
+// fit that lets it grow behind is tried too. Where it stays large a longer search follows, and the
+// longest one where the tolerance is still missed.
 std::optional<Candidate> Fitter::with_points(int count) const {
     std::optional<Candidate> chosen;
     const std::vector<Effort> efforts =
-        request.best ? std::vector{Effort::best()} : std::vector{Effort(), Effort::thorough()};
+        request.best ? std::vector{Effort::best()}
+                     : std::vector{Effort(), Effort::thorough(), Effort::long_search()};
+    bool is_long = request.best;
     for (const Effort& effort : efforts) {
         for (const bool by_tolerance : {false, true}) {
             const std::optional<Candidate> next = candidate(count, by_tolerance, effort);
@@ -101,11 +104,12 @@ std::optional<Candidate> Fitter::with_points(int count) const {
                 continue;
             if (!chosen || is_better(*next, *chosen))
                 chosen = next;
-            if (holds(*chosen) && chosen->deviation.largest <= near)
-                return chosen;
             if (holds(*chosen))
                 break;
         }
+        if (chosen && holds(*chosen) && (chosen->deviation.largest <= near || is_long))
+            break;
+        is_long = true;
     }
     return chosen;
 }

@@ -19,6 +19,7 @@ struct Effort {
 
     static Effort without_shakes() { return {5, 2, 2, 0}; }
     static Effort thorough() { return {7, 3, 12}; }
+    static Effort long_search() { return {7, 4, 60, 400}; }
     static Effort best() { return {7, 4, 60, 400, 5e-4}; }
 };
 
