@@ -191,9 +191,14 @@ std::string zsh_completion() {
             else
                 script.append("'(-")
                     .append(1, option->letter)
-                    .append(" " + name + ")'{-")
+                    .append(" ")
+                    .append(name)
+                    .append(")'{-")
                     .append(1, option->letter)
-                    .append("," + name + "}" + rest);
+                    .append(",")
+                    .append(name)
+                    .append("}")
+                    .append(rest);
         }
         script += " \\\n        '*:file:_files'\n    ;;\n";
     }

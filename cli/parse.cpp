@@ -155,7 +155,9 @@ Parsed parse(const Verb& verb, const std::vector<std::string>& arguments) {
                                         ? std::string("given twice")
                                         : store(*options[i], words, parsed.options);
         if (!refusal.empty()) {
-            parsed.refusal = name + ": " + refusal;
+            parsed.refusal = name;
+            parsed.refusal += ": ";
+            parsed.refusal += refusal;
             return parsed;
         }
     }

@@ -9,6 +9,8 @@
 
 #include <QJsonArray>
 
+#include <cmath>
+
 namespace cli {
 
 namespace {
@@ -57,7 +59,7 @@ private:
     void put_numbers(const Comparison& c, bool missed, QJsonObject& object) const;
 
     static std::string range_name(std::size_t range) {
-        const auto end = [](double x) { return std::to_string(int(100.0 * x + 0.5)); };
+        const auto end = [](double x) { return std::to_string(std::lround(100.0 * x)); };
         return end(sections::range_ends[range]) + "-" + end(sections::range_ends[range + 1]) + " %";
     }
 

@@ -20,7 +20,7 @@ SplineFoil as_spline(const Points& control) {
     SplineFoil spline;
     spline.num_pnt = int(control.size());
     for (int i = 0; i < spline.num_pnt; ++i)
-        spline.CP[i] = QPointF(control[i].x(), control[i].y());
+        spline.CP[i] = QPointF(control[std::size_t(i)].x(), control[std::size_t(i)].y());
     spline.init_knots();
     return spline;
 }
