@@ -77,6 +77,12 @@ std::vector<Section> sections_below(const QString& folder) {
     return sections;
 }
 
+// Index of the foremost point.
+int nose_of(const QPolygonF& points) {
+    const auto ahead = [](QPointF a, QPointF b) { return a.x() < b.x(); };
+    return int(std::min_element(points.begin(), points.end(), ahead) - points.begin());
+}
+
 SplineFoil file_of(const Points& control) {
     SplineFoil spline;
     spline.num_pnt = int(control.size());
@@ -117,8 +123,7 @@ Points by_chord_length(const QPolygonF& table, int count) {
 Deviation by_shape_functions(const QPolygonF& table) {
     constexpr int terms = 15;
     constexpr int places = 4000;
-    const auto ahead = [](QPointF a, QPointF b) { return a.x() < b.x(); };
-    const int nose = int(std::min_element(table.begin(), table.end(), ahead) - table.begin());
+    const int nose = nose_of(table);
     const auto shape = [](double x, int k) {
         double value = std::sqrt(x) * (1.0 - x);
         for (int i = 0; i < terms - 1; ++i)
@@ -175,7 +180,7 @@ Figures fits(const std::vector<Section>& sections, const fitting::Request& reque
 }
 
 // Fits over every second point of dense tables: the largest distance of the others, and over that
-// of the points kept.
+// of the points kept. The ends and the foremost point are kept: they make the frame.
 void print_left_out(const char* what, const std::vector<Section>& sections,
                     const fitting::Request& request) {
     std::vector<double> others;
@@ -184,8 +189,11 @@ void print_left_out(const char* what, const std::vector<Section>& sections,
         if (section.points.size() < 90)
             continue;
         QPolygonF kept;
-        for (int i = 0; i < section.points.size(); i += 2)
-            kept << section.points[i];
+        QPolygonF left_out;
+        const int last = int(section.points.size()) - 1;
+        const int nose = nose_of(section.points);
+        for (int i = 0; i <= last; ++i)
+            (i % 2 == 0 || i == last || i == nose ? kept : left_out) << section.points[i];
         const fitting::Fit fit = fitting::fit(kept, request);
         // In the frame of the points kept.
         const QPolygonF framed = fitting::in_window_frame(kept);
@@ -195,8 +203,8 @@ void print_left_out(const char* what, const std::vector<Section>& sections,
         for (int i = 0; i < spline.num_pnt; ++i)
             control.emplace_back(spline.CP[i].x(), spline.CP[i].y());
         double largest = 0.0;
-        for (int i = 1; i < section.points.size(); i += 2) {
-            const QPointF away = section.points[i] - section.points[0];
+        for (const QPointF& point : left_out) {
+            const QPointF away = point - section.points[0];
             largest = std::max(largest, fitting::distance_to(control, Point(1.0 + scale * away.x(),
                                                                             scale * away.y())));
         }
