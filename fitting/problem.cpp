@@ -226,7 +226,28 @@ Points Problem::least_squares(const std::vector<Foot>& feet, const Points& pull,
     return control;
 }
 
-State Problem::at_parameters(const std::vector<double>& parameters) const {
+// Control points no closer along the outline than they may be.
+std::vector<double> Problem::spaced(std::vector<double> parameters) const {
+    constexpr int rounds = 4;
+    constexpr double margin = 1.1;
+    const double most = 1.0 / (margin * least_leg * (control_count - 1));
+    for (int round = 0; round < rounds; ++round) {
+        double before = parameters.front();
+        double sum = 0.0;
+        for (std::size_t j = 1; j < parameters.size(); ++j) {
+            const double step = parameters[j] - before;
+            before = parameters[j];
+            sum += std::min(step, most * (all_targets[j].arc - all_targets[j - 1].arc));
+            parameters[j] = sum;
+        }
+        for (double& parameter : parameters)
+            parameter /= sum;
+    }
+    return parameters;
+}
+
+State Problem::at_parameters(const std::vector<double>& wanted) const {
+    const std::vector<double> parameters = spaced(wanted);
     State state;
     for (const double parameter : parameters)
         state.feet.push_back(foot_of(parameter, control_count));

@@ -81,9 +81,10 @@ public:
 
     /// Control points by linear least squares with each target at a parameter of its own, drawn
     /// to the outline as weakly as they do not fold.
-    /// @param parameters of the targets, 0..1, not decreasing; 0 and 1 are the ends, and the
-    ///                   parabolas share the rest evenly
-    State at_parameters(const std::vector<double>& parameters) const;
+    /// @param wanted parameters of the targets, 0..1, not decreasing; 0 and 1 are the ends, and the
+    ///               parabolas share the rest evenly. Where they would bring control points
+    ///               closer than least_leg they are spread
+    State at_parameters(const std::vector<double>& wanted) const;
 
     /// Whether control points turn so much more than the table that their curve folds or makes
     /// a loop.
@@ -105,6 +106,7 @@ public:
 private:
     struct Normal;
     struct Row;
+    std::vector<double> spaced(std::vector<double> parameters) const;
     Points along(const std::vector<double>& parameters) const;
     Points least_squares(const std::vector<Foot>& feet, const Points& pull, double weight) const;
     void add_distances(Normal& normal, const State& state, double p) const;

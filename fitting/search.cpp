@@ -25,6 +25,8 @@ constexpr Stage exact_stage = {2.0, 0.0, 0.0, 60, 1e-3};
 constexpr Stage last_stages[] = {
     {8.0, strict, even, 20, 1e-3}, {16.0, strict, even, 20, 1e-3}, {32.0, strict, even, 60, 3e-4}};
 
+// Control points may come this much closer than the penalty asks for.
+constexpr double close = 0.97;
 constexpr Stage calming = {32.0, 1000.0, even, 40, 1e-3};
 
 // Mean of each value and its neighbours within `reach`.
@@ -202,10 +204,13 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
         problem.minimise(state, spreading);
         return state;
     };
-    const auto is_better = [&problem](const State& a, const State& b) {
-        const bool a_folds = problem.folds(a.control);
-        const bool b_folds = problem.folds(b.control);
-        return a_folds != b_folds ? b_folds : a.largest < b.largest;
+    const auto is_bad = [&problem](const Points& control) {
+        return problem.folds(control) || least_leg(control) < close * problem.least_leg;
+    };
+    const auto is_better = [&is_bad](const State& a, const State& b) {
+        const bool a_is_bad = is_bad(a.control);
+        const bool b_is_bad = is_bad(b.control);
+        return a_is_bad != b_is_bad ? b_is_bad : a.largest < b.largest;
     };
 
     std::vector<State> starts;
@@ -247,7 +252,7 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
     constexpr double dear = 1.25;
     State calm = best;
     problem.minimise(calm, calming);
-    return calm.largest < dear * best.largest ? calm : best;
+    return calm.largest < dear * best.largest && !is_bad(calm.control) ? calm : best;
 }
 
 } // namespace fitting

@@ -27,13 +27,6 @@ int count_reversals(const Points& control) {
     return count_reversals(signs);
 }
 
-double least_leg(const Points& control) {
-    double least = (control[1] - control[0]).norm();
-    for (std::size_t i = 2; i < control.size(); ++i)
-        least = std::min(least, (control[i] - control[i - 1]).norm());
-    return least;
-}
-
 QList<tables::Finding> findings(const Outline& outline, const Points& control, const Fit& fit,
                                 double tolerance) {
     using tables::Gravity;

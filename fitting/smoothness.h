@@ -11,9 +11,6 @@ namespace fitting {
 /// count as straight.
 int count_reversals(const Points& control);
 
-/// Least distance between neighbouring control points, in their unit.
-double least_leg(const Points& control);
-
 /// The distance that neighbouring control points keep, chord units: the window picks them within
 /// eight pixels.
 constexpr double pick_distance = 0.005;

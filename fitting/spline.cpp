@@ -173,6 +173,13 @@ double turn_height(const Points& control, int i) {
     return cross(control[i] - control[i - 1], control[i + 1] - control[i]) / length;
 }
 
+double least_leg(const Points& control) {
+    double least = (control[1] - control[0]).norm();
+    for (std::size_t i = 2; i < control.size(); ++i)
+        least = std::min(least, (control[i] - control[i - 1]).norm());
+    return least;
+}
+
 double total_turning(const Points& polygon) {
     double sum = 0.0;
     for (std::size_t i = 1; i + 1 < polygon.size(); ++i) {

@@ -54,6 +54,9 @@ double distance_to(const Points& control, const Point& target);
 /// the curve turns to the left. 0 where the neighbours coincide.
 double turn_height(const Points& control, int i);
 
+/// Least distance between neighbouring control points, in their unit.
+double least_leg(const Points& control);
+
 /// Sum of the angles, taken positive, by which a polygon turns at its inner points; that of a
 /// control polygon is also that of its curve. A polygon through points of a curve turns less
 /// than the curve, so what a spline turns more than its table are folds, loops and waves.

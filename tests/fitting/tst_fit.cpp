@@ -79,7 +79,7 @@ private slots:
     void symmetric_is_mirrored_exactly();
     void closed_ends_where_it_begins();
     void openings_are_stored();
-    void no_loops();
+    void no_loops_and_no_close_points();
     void corners_are_reported();
     void noise_is_reported();
     void one_request_gives_one_file();
@@ -206,13 +206,15 @@ void tst_fit::openings_are_stored() {
     QCOMPARE(result.spline.endVent, 7.0 / 3.0);
 }
 
-void tst_fit::no_loops() {
+void tst_fit::no_loops_and_no_close_points() {
     const QPolygonF table = coarse_flat_bottom();
     Points points;
     for (const QPointF& point : in_window_frame(table))
         points.emplace_back(point.x(), point.y());
     for (int count = least_points; count <= most_points; count += 2) {
-        const SplineFoil spline = fit(table, with_points(count)).spline;
+        const Fit result = fit(table, with_points(count));
+        QVERIFY2(result.least_leg >= pick_distance, qPrintable(QString::number(count)));
+        const SplineFoil& spline = result.spline;
         Points control;
         for (int i = 0; i < count; ++i)
             control.emplace_back(spline.CP[i].x(), spline.CP[i].y());
