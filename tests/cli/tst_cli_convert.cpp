@@ -234,7 +234,8 @@ private slots:
         row("no-openings", plain_table(), "lep", "--openings");
         row("cut-spline", sample("symmetric.spl").chopped(9), "window", "-: ");
         row("no-number", plain_table().replace("0.08000", "O.123"), "window", "-:4: ");
-        row("crossing", plain_table().replace("0.07000", "-.17000"), "window", "-:");
+        row("crossing", plain_table().replace("0.50000 -0.04000", "0.50000 0.10000"), "window",
+            "-:4: the sides cross");
     }
     void refusals() {
         QFETCH(const QByteArray, bytes);

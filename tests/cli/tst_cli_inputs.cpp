@@ -212,6 +212,17 @@ private slots:
         QCOMPARE(content.bytes.size(), qsizetype(cli::largest_input));
     }
 
+    void standard_input_has_a_limit() {
+        const FreshFolder folder;
+        put_file("large", {});
+        QCOMPARE(::truncate("large", cli::largest_input + 1), 0);
+        const int in = ::open("large", O_RDONLY | O_CLOEXEC);
+        const cli::Content content = cli::read_input({"-", "-", {}}, in);
+        ::close(in);
+        QCOMPARE(content.error, std::string("larger than 64 MiB"));
+        QVERIFY(content.bytes.isEmpty());
+    }
+
     void standard_input() {
         const CliRun run = run_cli({"check", "--json", "-"}, plain_table());
         const QJsonArray array = QJsonDocument::fromJson(run.out).array();
