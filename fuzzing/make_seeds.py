@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Writes the first inputs of the fuzz targets into the folders corpus/spline and corpus/tables.
+# Writes the first inputs of the fuzz targets into the folders below corpus.
 import math
 import pathlib
 import struct
@@ -76,7 +76,18 @@ def tables():
     yield "percent", ";x\n" + "\n".join(f"{100 * x:.2f};{100 * y:.3f}" for x, y in outline) + "\n"
 
 
-for folder, inputs in (("spline", splines()), ("tables", tables())):
+def command_lines():
+    """Bytes that choose words, a null character, and standard input."""
+    inputs = dict(tables()) | dict(splines())
+    for index, name in enumerate(("halves", "profile", "symmetric", "percent", "elements")):
+        data = inputs[name]
+        for verb in range(1, 7):
+            choices = bytes((17 * verb + 29 * index * step + step) % 255 + 1 for step in range(3 * verb))
+            yield (f"{name}-{verb}",
+                   bytes([verb]) + choices + b"\0" + (data.encode() if isinstance(data, str) else data))
+
+
+for folder, inputs in (("spline", splines()), ("tables", tables()), ("cli", command_lines())):
     (CORPUS / folder).mkdir(parents=True, exist_ok=True)
     for name, data in inputs:
         (CORPUS / folder / name).write_bytes(data.encode() if isinstance(data, str) else data)
