@@ -82,7 +82,7 @@ QPolygonF SqueezeAirfoil(double scale, QPolygonF poly) {
 
 QVector3D Normala(QVector3D T1, QVector3D T2, QVector3D T3) {
     const QVector3D n = QVector3D::crossProduct(T2 - T1, T3 - T1);
-    // The toolkit's own normalisation takes short normals for zero.
+    // Qt's own normalisation takes short normals for zero.
     const double length = norma3(double(n.x()), double(n.y()), double(n.z()));
     if (length == 0.0)
         return QVector3D();

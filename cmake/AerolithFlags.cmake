@@ -14,7 +14,7 @@ add_compile_options(
 if(AEROLITH_SANITIZE)
   add_compile_options(-fsanitize=${AEROLITH_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${AEROLITH_SANITIZE})
-  # Release builds of the toolkit headers drop their own index checks.
+  # Release builds of Qt's headers drop their own index checks.
   add_compile_definitions(QT_FORCE_ASSERTS)
 endif()
 
@@ -29,8 +29,8 @@ if(AEROLITH_COVERAGE)
   add_link_options(--coverage)
 endif()
 
-# Linked PRIVATE by our own targets, so that who links the libraries keeps a
-# free choice of warnings. The test library's QSKIP(reason) leaves the variable
+# Linked PRIVATE by our own targets, so that a program that links the
+# libraries keeps its own choice of warnings. The test library's QSKIP(reason) leaves the variable
 # arguments of its macro empty, which clang takes for an extension before C++20.
 add_library(aerolith_flags INTERFACE)
 target_compile_options(aerolith_flags INTERFACE

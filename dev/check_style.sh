@@ -52,7 +52,7 @@ offence "carriage return" '\r$' "${texts[@]}"
 offence "tab" '\t' "${texts[@]}"
 offence "blank at the end of a line" ' $' "${texts[@]}"
 offence "an include that walks round the layers" '^\s*#\s*include\s*[<"]\.\./' "${sources[@]}"
-offence "an include that names the toolkit's module" \
+offence "an include that names a module of Qt" \
     '^\s*#\s*include\s*[<"]Qt[A-Z]\w*/' "${sources[@]}"
 offence "a note instead of a change" '\b(TO''DO|FIX''ME)\b' "${texts[@]}"
 offence "a number that only a tracker or a document elsewhere explains" \

@@ -7,7 +7,7 @@ set -euo pipefail
 build=(cmake g++ libcli11-dev libeigen3-dev libpolyclipping-dev ninja-build qt6-base-dev)
 # What it takes to run the program in a real window without a display.
 window=(fonts-dejavu-core libxtst6 openbox python3 x11-utils xdotool xvfb)
-# Desktops with Wayland alone need the toolkit's plugin for it.
+# Desktops with Wayland alone need Qt's plugin for it.
 wayland=(qt6-wayland)
 # Benchmarks: the other reader of long tables.
 bench=("${build[@]}" python3-numpy)

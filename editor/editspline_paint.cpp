@@ -63,7 +63,7 @@ void draw_line(QPainter* painter, double x1, double y1, double x2, double y2) {
 void EditSpline::paintEvent(QPaintEvent*) {
     QPainter painter(this);
     painter.setWindow(MyRect);
-    // The toolkit's first pen would grow with the zoom.
+    // Qt's first pen would grow with the zoom.
     painter.setPen(QPen(painter.pen().brush(), 0));
 
     spline_poly = p->spline.make_SplinePoly();

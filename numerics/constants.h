@@ -27,7 +27,7 @@ inline constexpr int DEGREE3 = 3;       ///< Degree of the Bernstein helpers.
 inline constexpr int DEGREE2 = 2;       ///< Degree of the edited B-spline.
 inline constexpr double F_DIV = 1000.0; ///< Divisions of the unit interval when sampling.
 
-// RGB_MASK (0xFFFFFF), the mask of the colour bits, is the toolkit's own
+// RGB_MASK (0xFFFFFF), the mask of the colour bits, is Qt's own
 // constant of that name and value, from <QRgb>.
 
 /// Folder of airfoil files below the user's desktop folder.

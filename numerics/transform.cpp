@@ -13,7 +13,7 @@ double dot_quotient(QVector3D a, QVector3D b, QVector3D c, QVector3D d) {
     return double(QVector3D::dotProduct(a, b)) / double(QVector3D::dotProduct(c, d));
 }
 
-// The toolkit's product of a vector takes a single-precision factor.
+// Qt's product of a vector takes a single-precision factor.
 QVector3D scaled(QVector3D v, double factor) {
     return QVector3D(float(v.x() * factor), float(v.y() * factor), float(v.z() * factor));
 }

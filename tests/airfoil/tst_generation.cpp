@@ -189,7 +189,7 @@ void tst_generation::Normala_data() {
     QTest::newRow("unit")       << QVector3D(1, 0, 0) << QVector3D(0, 1, 0) << QVector3D(0, 0, 1);
     QTest::newRow("oblong")     << QVector3D(0, 3, 0) << QVector3D(0, 0, 4) << QVector3D(1, 0, 0);
     QTest::newRow("slanted")    << QVector3D(4, 0, -3) << QVector3D(0, 1, 0) << QVector3D(0.6F, -0.0F, 0.8F);
-    // Shorter than the toolkit takes for a vector that can be normalised.
+    // Shorter than Qt takes for a vector that can be normalised.
     QTest::newRow("tiny")       << QVector3D(1e-4F, 0, 0) << QVector3D(0, 1e-4F, 0) << QVector3D(0, 0, 1);
     QTest::newRow("denormal")   << QVector3D(1e-20F, 0, 0) << QVector3D(0, 1e-20F, 0) << QVector3D(0, 0, 1);
     QTest::newRow("huge")       << QVector3D(1e18F, 0, 0) << QVector3D(0, 1e18F, 0) << QVector3D(0, 0, 1);

@@ -41,7 +41,7 @@ QColor ground_of(MainWindow& window) {
     return window.grab().toImage().pixelColor(editor.mapTo(&window, between));
 }
 
-// The colour of the chord line, which is drawn with the toolkit's pen, before the grid.
+// The colour of the chord line, which is drawn with Qt's own pen, before the grid.
 QColor first_line(MainWindow& window) {
     const EditSpline& editor = *window.spline_widget;
     const QPoint place(editor.xc / 2, editor.yc);

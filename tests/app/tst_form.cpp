@@ -86,7 +86,7 @@ QObjectList children_of(const QObject* object) {
 }
 
 /// Named objects below @p object in the order of their creation, without those that
-/// the toolkit makes for itself.
+/// Qt makes for itself.
 QString tree_text(const QObject* object, int depth = 0) {
     QString text = QString(2 * depth, QLatin1Char(' ')) +
                    QString::fromLatin1(object->metaObject()->className()) + QLatin1Char(' ') +

@@ -213,7 +213,7 @@ class Road(unittest.TestCase):
             if old:
                 for name in whole:
                     self.put(f"out/{name}", old)
-            # Who is started in the background inherits that interrupts are ignored.
+            # A background process inherits ignored interrupts.
             process = subprocess.Popen(
                 [PROGRAM, "convert", "in", "-d", "out", "-j4", "-f"], stdout=subprocess.PIPE,
                 stderr=subprocess.PIPE,

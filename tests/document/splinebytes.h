@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The bytes of a spline file, put together from the table of its items without the
-// toolkit's streams.
+// The bytes of a spline file, put together from the table of its items without
+// Qt's streams.
 #pragma once
 
 #include "document/parastruct.h"

@@ -417,7 +417,7 @@ QString Monkey::broken_rule() const {
 
 void Monkey::digest_state() {
     const auto add = [this](const void* data, std::size_t size) {
-        // Fowler, Noll and Vo's hash: the toolkit's own ones differ from run to run.
+        // Fowler, Noll and Vo's hash: Qt's own hashes differ from run to run.
         for (std::size_t i = 0; i < size; ++i)
             state = (state ^ static_cast<const uchar*>(data)[i]) * 0x100000001b3;
     };

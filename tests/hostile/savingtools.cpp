@@ -22,7 +22,7 @@ Prepared prepared;
 
 namespace {
 
-// Ends a process that shall not run what its parent has left for the end.
+// Ends a process without running what its parent has registered for its exit.
 [[noreturn]] void end_process(int result) {
     std::fflush(nullptr);
 #ifdef AEROLITH_COVERAGE

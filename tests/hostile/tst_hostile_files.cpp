@@ -254,7 +254,7 @@ void tst_hostile_files::long_fields_data() {
     }
 }
 
-// Whatever the length of a field, its number is the one that the toolkit finds.
+// Whatever the length of a field, its number is the one that Qt finds.
 void tst_hostile_files::long_fields() {
     QFETCH(QByteArray, field);
     bool ok = false;

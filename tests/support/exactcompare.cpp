@@ -44,7 +44,7 @@ bool same_bits(const QPolygonF& a, const QPolygonF& b) {
 }
 
 QString exact_text(double value) {
-    // The toolkit's own formatting does not know the hexadecimal writing.
+    // Qt's own formatting has no hexadecimal floating point.
     char hexadecimal[32];
     std::snprintf(hexadecimal, sizeof hexadecimal, "%a", value);
     return QStringLiteral("%1 (%2)").arg(QString::number(value, 'g', 17),

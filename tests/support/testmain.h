@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The main functions of the tests: in every test function a warning of the toolkit
+// The main functions of the tests: in every test function a warning of Qt
 // that nobody expected is a failure, and no modal window waits for ever.
 #pragma once
 
@@ -13,7 +13,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Takes warnings that contain a text out of the toolkit's output while it lives: for
+/// Takes warnings that contain a text out of Qt's output while it lives: for
 /// warnings whose number is of no interest. (QTest::ignoreMessage() wants each one told.)
 class ExpectedWarnings {
 public:
@@ -61,7 +61,7 @@ private:
     }
 };
 
-/// What has to be set before the application object: the toolkit's own dialogs, and a
+/// What has to be set before the application object: Qt's own dialogs, and a
 /// home folder for this run alone, since file dialogs keep their history there.
 class TestProcess {
 public:

@@ -234,7 +234,7 @@ class Desk:
     # Doing
 
     def settle(self):
-        """Waits until the program has every event. The toolkit drops a movement when a later one
+        """Waits until the program has every event. Qt drops a movement when a later one
         waits in its queue, even one that a release parts from it."""
         wait_for(lambda: not self.hand.holds_a_button(), "the release of every button")
         question = self.hand.ping(int(self.main))
