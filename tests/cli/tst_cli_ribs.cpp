@@ -308,7 +308,7 @@ void tst_cli_ribs::list_faults() {
 // Any bytes give rows within their limits, or an error.
 void tst_cli_ribs::list_of_noise() {
     QRandomGenerator random(11);
-    const QByteArray alphabet("a,\"\n\r0123.e-#yesno \xff\0", 23);
+    const auto alphabet = QByteArrayLiteral("a,\"\n\r0123.e-#yesno \xff\0");
     for (int i = 0; i < 3000; ++i) {
         QByteArray bytes;
         for (int n = random.bounded(80); n > 0; --n)
