@@ -99,6 +99,7 @@ private slots:
     void Normala_of_a_degenerate_triangle_is_zero();
 
     void Natur_Airfoil_worked_example();
+    void Natur_Airfoil_adds_its_steps_up();
     void Natur_Airfoil_steps_are_equal_along_the_outline();
     void Natur_Airfoil_ends_at_the_last_point_for_every_N();
     void Natur_Airfoil_takes_a_repeated_point_at_fraction_0();
@@ -227,6 +228,16 @@ void tst_generation::Natur_Airfoil_worked_example() {
     COMPARE_POLYGON_BITS(Natur_Airfoil(3, path), QPolygonF({{0, 0}, {1, 0}, {1, 1}, {0, 0}}));
     COMPARE_POLYGON_BITS(Natur_Airfoil(5, path),
                          QPolygonF({{0, 0}, {0.5, 0}, {1, 0}, {1, 0.5}, {1, 1}, {0, 0}}));
+}
+
+// Each length is the one before and a step, as rounding shows: 0.1 added eight times is not 0.8.
+void tst_generation::Natur_Airfoil_adds_its_steps_up() {
+    const QPolygonF even = Natur_Airfoil(11, {{0, 0}, {1, 0}});
+    double t = 0.0;
+    for (int k = 1; k <= 8; ++k)
+        t += 0.1;
+    COMPARE_BITS(even[8], QPointF(t, 0));
+    QVERIFY(t < 0.8);
 }
 
 void tst_generation::Natur_Airfoil_steps_are_equal_along_the_outline() {

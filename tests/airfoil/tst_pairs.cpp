@@ -135,6 +135,16 @@ void tst_pairs::extremes_without_any() {
     FindNoseTopIndex(GetDataStruct(), outline);
     QCOMPARE(GetDataStruct()->TopIndexUp, 17);
     QCOMPARE(GetDataStruct()->TopIndexDw, 18);
+
+    // A nose lies left of a million.
+    for (QPointF& point : outline)
+        point.setX(1e6);
+    GetDataStruct()->NoseIndex = 19;
+    FindNoseTopIndex(GetDataStruct(), outline);
+    QCOMPARE(GetDataStruct()->NoseIndex, 19);
+    outline[470].setX(std::nextafter(1e6, 0.0));
+    FindNoseTopIndex(GetDataStruct(), outline);
+    QCOMPARE(GetDataStruct()->NoseIndex, 470);
 }
 
 // The indices go to the record given, the pairs to the document.

@@ -221,6 +221,22 @@ void tst_fourier_limits::Fourier_Derivate_needs_dx_of_1() {
     }
     QVERIFY(steep > 10 && steep < n - 10);
 
+    // Exactly 1 is enough: the factor is searched among neighbours, for rounding scatters dx.
+    Values unit = x;
+    const auto first_dx = [&](double factor) {
+        for (std::size_t k = 0; k < x.size(); ++k)
+            unit[k] = factor * x[k];
+        return derivative(n / 2, unit).front();
+    };
+    double factor_of_one = -1.0 / first_dx(1.0);
+    for (int ulp = 0; ulp < 100; ++ulp)
+        factor_of_one = std::nextafter(factor_of_one, 0.0);
+    for (int ulp = 0; ulp < 200 && first_dx(factor_of_one) != -1.0; ++ulp)
+        factor_of_one = std::nextafter(factor_of_one, 1.0);
+    COMPARE_BITS(first_dx(factor_of_one), -1.0);
+    Fourier_Derivate(n, unit.data(), y.data(), out.data());
+    COMPARE_NEAR(out[0], -0.15, 1e-7);
+
     // |dx| beyond the range of any integer, and of either sign.
     for (const double factor : {1e12, -1e12, 1e30}) {
         Values wide = x;

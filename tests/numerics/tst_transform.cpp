@@ -49,6 +49,7 @@ private slots:
     void mean_of_polygon();
     void scaled_polygon_data();
     void scaled_polygon();
+    void scaled_polygon_rounds_the_differences();
     void least_of_four_distances_data();
     void least_of_four_distances();
     void triangle_area_data();
@@ -294,6 +295,18 @@ void tst_transform::scaled_polygon() {
     COMPARE_POLYGON_BITS(factorPoly(polygon, factor), scaled);
 }
 
+// Rounding shows any other order of the operations at one point or another.
+void tst_transform::scaled_polygon_rounds_the_differences() {
+    QPolygonF polygon;
+    for (int i = 1; i <= 50; ++i)
+        polygon << QPointF(1.0 / i, 1.0 / (i + 7));
+    const QPointF c = CenterPoly(polygon);
+    QPolygonF scaled;
+    for (const QPointF& v : std::as_const(polygon))
+        scaled << QPointF(c.x() + 0.3 * (v.x() - c.x()), c.y() + 0.3 * (v.y() - c.y()));
+    COMPARE_POLYGON_BITS(factorPoly(polygon, 0.3), scaled);
+}
+
 void tst_transform::least_of_four_distances_data() {
     QTest::addColumn<int>("nearest");
     for (int i = 0; i < 4; ++i)
@@ -451,6 +464,8 @@ void tst_transform::centroid_of_small_triangle() {
     COMPARE_BITS(Sqeeze(origin, below, below), origin);
     const QPointF at(0.0005, 0.0);
     COMPARE_BITS(Sqeeze(origin, at, at), QPointF(0.00025, 0.0));
+    // The first vertex of the medial triangle lies between the first two.
+    COMPARE_BITS(Sqeeze(origin, QPointF(0.0004, 0.0), QPointF(0.0, 0.0004)), QPointF(0.0002, 0.0));
 }
 
 void tst_transform::centroid_ends_data() {
@@ -467,8 +482,14 @@ void tst_transform::centroid_ends() {
     Sqeeze(near, bad, near);
     Sqeeze(near, near, bad);
     Sqeeze(bad, bad, bad);
-    // Reached: none of them goes on for ever or exhausts the stack.
-    QVERIFY(true);
+    // The steps suffice for the greatest triangle, whose halves are exact here.
+    const double far = std::ldexp(1.0, 1020);
+    const QPointF left(-far, 0.0);
+    const QPointF right(far, 0.0);
+    const QPointF middle(0.0, 0.0);
+    COMPARE_NEAR(Sqeeze(left, right, middle).x(), 0.0, 0.001);
+    COMPARE_NEAR(Sqeeze(right, middle, left).x(), 0.0, 0.001);
+    COMPARE_NEAR(Sqeeze(middle, left, right).x(), 0.0, 0.001);
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_transform)

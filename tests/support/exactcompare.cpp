@@ -43,6 +43,10 @@ bool same_bits(const QPolygonF& a, const QPolygonF& b) {
     return first_difference(a, b).isEmpty();
 }
 
+double max_or_nan(double a, double b) {
+    return std::isnan(a) || a > b ? a : b;
+}
+
 QString exact_text(double value) {
     // Qt's own formatting has no hexadecimal floating point.
     char hexadecimal[32];

@@ -21,6 +21,9 @@ bool same_bits(const QPolygonF& a, const QPolygonF& b);
 QString exact_text(double value);
 QString exact_text(QPointF value);
 
+/// The greater one, or a NaN if there is one: std::max() drops it.
+double max_or_nan(double a, double b);
+
 /// Where two polygons differ first, empty for none.
 QString first_difference(const QPolygonF& actual, const QPolygonF& expected);
 
