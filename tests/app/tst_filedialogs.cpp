@@ -21,6 +21,7 @@ private slots:
     void filters_are_translated();
     void template_is_opened_data();
     void template_is_opened();
+    void template_is_normalised();
     void template_of_no_layout();
     void cancelled_template_changes_nothing();
 
@@ -159,6 +160,22 @@ void tst_filedialogs::template_is_opened() {
                                                   table_row(0, 0) + table_row(0.5, -0.0625) +
                                                   table_row(1, 0));
     QCOMPARE(spline_file_bytes(window.p->spline), spline);
+}
+
+// A table in percent that begins off the chord line.
+void tst_filedialogs::template_is_normalised() {
+    const QString name = folder.filePath(QStringLiteral("percent.dat"));
+    QVERIFY(make_file(name, "In percent\n100.0 2.0\n50.0 8.25\n0.0 2.0\n50.0 -4.25\n100.0 2.0\n"));
+    MainWindow window;
+    SHOW(window);
+    ModalGuard guard({ModalGuard::choose_file(name)});
+    window.actionOpen_backround_template->trigger();
+    QCOMPARE(guard.count(), 1);
+    COMPARE_POLYGON_BITS(
+        window.p->baseAirfoil,
+        QPolygonF({{1.0, 0.0}, {0.5, 0.0625}, {0.0, 0.0}, {0.5, -0.0625}, {1.0, 0.0}}));
+    QVERIFY(window.tableEdit->toPlainText().startsWith(header + table_row(1, 0) +
+                                                       table_row(0.5, 0.0625)));
 }
 
 void tst_filedialogs::template_of_no_layout() {

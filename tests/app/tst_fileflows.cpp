@@ -7,6 +7,7 @@
 #include "windowsupport.h"
 
 #include <QDir>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -251,6 +252,7 @@ void tst_fileflows::file_that_vanishes_is_reported() {
     QVERIFY(make_file(name, spline_file_bytes(distinct_spline())));
     MainWindow window;
     SHOW(window);
+    const QSignalSpy opened(&window, &MainWindow::to_repaint_opened_spline);
     ModalGuard guard({choose_and_then(name, [name] { QVERIFY(QFile::remove(name)); }),
                       ModalGuard::press(QMessageBox::Ok)});
     window.actionOpen_foil_spline->trigger();
@@ -258,6 +260,7 @@ void tst_fileflows::file_that_vanishes_is_reported() {
     QCOMPARE(guard.seen(1).class_name, QStringLiteral("QMessageBox"));
     QCOMPARE(guard.seen(1).text, name + QStringLiteral(" warning *** :file is missing "));
     QCOMPARE(guard.seen(1).text_format, Qt::PlainText);
+    QCOMPARE(opened.size(), 0);
     QCOMPARE(window.p->spline.num_pnt, 0);
     QTRY_VERIFY(window.spline_widget->spline_poly.isEmpty());
 }

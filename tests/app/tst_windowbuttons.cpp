@@ -32,6 +32,7 @@ private slots:
     void symmetric_section();
     void refresh_knots_data();
     void refresh_knots();
+    void refresh_knots_keeps_the_selection();
 };
 
 namespace {
@@ -290,6 +291,20 @@ void tst_windowbuttons::refresh_knots() {
         COMPARE_BITS(window.p->spline.b_knots[i], double(i) / double(knots - 1));
         QCOMPARE(window.p->spline.b_multi_knot[i], 1);
     }
+}
+
+void tst_windowbuttons::refresh_knots_keeps_the_selection() {
+    MainWindow window;
+    SHOW(window);
+    window.symetriclButton->click();
+    settle(window);
+    const auto place = [&window] { return window.p->spline.CP[2]; };
+    QTest::mouseClick(window.spline_widget, Qt::LeftButton, {}, place().toPoint());
+    QTest::mouseClick(window.refreshButton, Qt::LeftButton);
+    const QPointF before = place();
+    window.spline_widget->setFocus();
+    QTest::keyClick(window.spline_widget, Qt::Key_Up);
+    COMPARE_NEAR(place().y(), before.y() - 1.0, 1e-9);
 }
 
 AEROLITH_TEST_MAIN(tst_windowbuttons)
