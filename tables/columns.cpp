@@ -22,8 +22,11 @@ bool is_numbering(const Sheet& sheet, int column) {
 }
 
 bool is_empty(const Sheet& sheet, int column) {
-    const Range range = range_of(sheet, column);
-    return range.least > range.greatest;
+    for (int row = 0; row < sheet.rows(); ++row) {
+        if (!std::isnan(sheet.at(row, column)))
+            return false;
+    }
+    return true;
 }
 
 bool is_constant(const Sheet& sheet, int column) {

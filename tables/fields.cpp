@@ -5,9 +5,9 @@
 #include "tables/text.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cmath>
-#include <cstring>
 #include <limits>
 
 namespace tables {
@@ -25,16 +25,40 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-bool is_one_of(char c, const char* set) {
-    return c != '\0' && std::strchr(set, c) != nullptr;
-}
+class CharacterSet {
+public:
+    constexpr explicit CharacterSet(const char* characters) {
+        for (; *characters != '\0'; ++characters)
+            is_member[static_cast<unsigned char>(*characters)] = true;
+    }
+    bool has(char c) const { return is_member[static_cast<unsigned char>(c)]; }
+    bool has_all(QByteArrayView text) const {
+        return std::all_of(text.begin(), text.end(), [this](char c) { return has(c); });
+    }
+
+private:
+    std::array<bool, 256> is_member = {};
+};
+
+constexpr CharacterSet blanks(" \t\f\v");
+constexpr CharacterSet field_ends(" \t\f\v;,");
+constexpr CharacterSet decimal_field_ends(" \t\f\v;");
+constexpr CharacterSet opening_signs("([{\"'");
+constexpr CharacterSet closing_signs(")]}\"'");
+constexpr CharacterSet of_damaged_numbers("0123456789.,+-eEdDoOlIS?");
+constexpr CharacterSet of_rows_with_points("0123456789.+-eEdD \t;");
+constexpr CharacterSet of_rows_with_commas("0123456789.,+-eEdD \t;()[]{}\"%");
 
 bool is_blank(char c) {
-    return is_one_of(c, " \t\f\v");
+    return blanks.has(c);
 }
 
-bool consists_of(QByteArrayView text, const char* set) {
-    return std::all_of(text.begin(), text.end(), [set](char c) { return is_one_of(c, set); });
+bool is_sign(char c) {
+    return c == '+' || c == '-';
+}
+
+bool repeats(QByteArrayView text, char c) {
+    return std::count(text.begin(), text.end(), c) == text.size();
 }
 
 bool has_digit(QByteArrayView text) {
@@ -42,21 +66,20 @@ bool has_digit(QByteArrayView text) {
 }
 
 QByteArrayView without_brackets(QByteArrayView field) {
-    while (!field.isEmpty() && is_one_of(field.front(), "([{\"'"))
+    while (!field.isEmpty() && opening_signs.has(field.front()))
         field = field.sliced(1);
-    while (!field.isEmpty() && is_one_of(field.back(), ")]}\"'"))
+    while (!field.isEmpty() && closing_signs.has(field.back()))
         field.chop(1);
     return field;
 }
 
 // A place that a program or a person left without a number.
 bool is_empty_place(QByteArrayView field) {
-    return (field.size() >= 3 && consists_of(field, "*")) ||
-           (field.size() >= 2 && consists_of(field, "."));
+    return (field.size() >= 3 && repeats(field, '*')) || (field.size() >= 2 && repeats(field, '.'));
 }
 
 bool is_not_a_number(QByteArrayView field) {
-    if (!field.isEmpty() && is_one_of(field.front(), "+-"))
+    if (!field.isEmpty() && is_sign(field.front()))
         field = field.sliced(1);
     for (const char* name : {"nan", "inf", "infinity", "#inf", "1.#inf", "1.#qnan", "1.#ind"}) {
         if (field.compare(QByteArrayView(name), Qt::CaseInsensitive) == 0)
@@ -66,20 +89,21 @@ bool is_not_a_number(QByteArrayView field) {
 }
 
 bool begins_like_number(QByteArrayView field) {
-    while (!field.isEmpty() && is_one_of(field.front(), "+-"))
+    while (!field.isEmpty() && is_sign(field.front()))
         field = field.sliced(1);
     if (field.isEmpty())
         return false;
     if (is_digit(field.front()) || field.front() == '.' || field.front() == ',')
         return true;
-    return field.size() > 1 && is_one_of(field.front(), "OolI?") && is_one_of(field[1], ".,");
+    return field.size() > 1 && QByteArrayView("OolI?").contains(field.front()) &&
+           (field[1] == '.' || field[1] == ',');
 }
 
 // Whether the field was meant as a number: digits with a letter that looks like one, a second
 // point, a sign in its middle. `E63` and `S1223` are names.
 bool is_nearly_number(QByteArrayView field) {
-    return is_not_a_number(field) || (begins_like_number(field) && has_digit(field) &&
-                                      consists_of(field, "0123456789.,+-eEdDoOlIS?"));
+    return is_not_a_number(field) ||
+           (begins_like_number(field) && has_digit(field) && of_damaged_numbers.has_all(field));
 }
 
 char as_plain(char c, bool decimal_commas) {
@@ -91,8 +115,24 @@ char as_plain(char c, bool decimal_commas) {
 // Whether what follows a number begins another one that touches it. Without points an exponent
 // may have lost its letter.
 bool is_touching(QByteArrayView number, QByteArrayView rest) {
-    return rest.size() >= 2 && is_one_of(rest.front(), "+-") && number.contains('.') &&
+    return rest.size() >= 2 && is_sign(rest.front()) && number.contains('.') &&
            rest.contains('.') && (is_digit(rest[1]) || rest[1] == '.');
+}
+
+bool is_in_range(double number) {
+    return std::isfinite(number) && std::abs(number) <= largest_number;
+}
+
+// Where the field that begins at c ends, if it is a number as std::from_chars reads it.
+const char* read_plain_number(const char* c, const char* end, const CharacterSet& ends,
+                              double& number) {
+    const char* const digits = *c == '-' ? c + 1 : c;
+    if (digits == end || !(is_digit(*digits) || *digits == '.'))
+        return nullptr;
+    const std::from_chars_result read = std::from_chars(c, end, number);
+    const bool is_plain = read.ec == std::errc() && (read.ptr == end || ends.has(*read.ptr)) &&
+                          read.ptr - c <= longest_field && is_in_range(number);
+    return is_plain ? read.ptr : nullptr;
 }
 
 FieldKind read_numbers(QByteArrayView field, bool decimal_commas, std::vector<double>& numbers) {
@@ -110,7 +150,7 @@ FieldKind read_numbers(QByteArrayView field, bool decimal_commas, std::vector<do
             ++next;
         double value = 0.0;
         const std::from_chars_result read = std::from_chars(next, end, value);
-        if (read.ec != std::errc() || !std::isfinite(value) || std::abs(value) > largest_number)
+        if (read.ec != std::errc() || !is_in_range(value))
             break;
         numbers.push_back(value);
         next = read.ptr;
@@ -139,7 +179,7 @@ void read_fields(QByteArrayView line, bool decimal_commas, Fields& fields) {
     fields.likenesses = 0;
     fields.damaged = {};
 
-    const auto is_separator = [=](char c) { return c == ';' || (c == ',' && !decimal_commas); };
+    const CharacterSet& ends = decimal_commas ? decimal_field_ends : field_ends;
     const char* c = line.data();
     const char* const end = c + line.size();
     bool after_separator = true;
@@ -149,7 +189,7 @@ void read_fields(QByteArrayView line, bool decimal_commas, Fields& fields) {
             ++c;
             continue;
         }
-        if (is_separator(*c)) {
+        if (ends.has(*c)) {
             // A line that begins with a semicolon is a comment.
             if (after_separator && fields.likenesses == 0 && *c == ';')
                 break;
@@ -161,9 +201,17 @@ void read_fields(QByteArrayView line, bool decimal_commas, Fields& fields) {
             ++c;
             continue;
         }
+        // Most fields are plain numbers.
+        double number = 0.0;
+        if (const char* const behind = read_plain_number(c, end, ends, number)) {
+            fields.numbers.push_back(number);
+            ++fields.likenesses;
+            after_separator = false;
+            c = behind;
+            continue;
+        }
         const char* const begin = c;
-        while (c != end && !is_blank(*c) && !is_separator(*c))
-            ++c;
+        c = std::find_if(c, end, [&](char other) { return ends.has(other); });
         QByteArrayView field = without_brackets(QByteArrayView(begin, c));
         while (decimal_commas && field.endsWith(','))
             field.chop(1);
@@ -201,15 +249,17 @@ void read_fields(QByteArrayView line, bool decimal_commas, Fields& fields) {
 }
 
 bool has_decimal_commas(QByteArrayView utf8) {
+    if (!utf8.contains(','))
+        return false;
     qsizetype with_commas = 0;
     qsizetype with_points = 0;
     while (!utf8.isEmpty()) {
         const QByteArrayView line = take_line(utf8);
         if (!line.contains(',')) {
-            with_points += line.contains('.') && consists_of(line, "0123456789.+-eEdD \t;") ? 1 : 0;
+            with_points += line.contains('.') && of_rows_with_points.has_all(line) ? 1 : 0;
             continue;
         }
-        if (!consists_of(line, "0123456789.,+-eEdD \t;()[]{}\"%"))
+        if (!of_rows_with_commas.has_all(line))
             continue;
         if (line.contains('.')) {
             ++with_points;

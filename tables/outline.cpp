@@ -23,35 +23,34 @@ using Heights = std::array<double, stations>;
 
 struct Bounds {
     double left, right, bottom, top;
+    int nose; // the first row of least x
     double width() const { return right - left; }
     double height() const { return top - bottom; }
 };
 
 Bounds bounds_of(const QPolygonF& points) {
-    Bounds bounds = {points[0].x(), points[0].x(), points[0].y(), points[0].y()};
-    for (const QPointF& point : points) {
-        bounds.left = std::min(bounds.left, point.x());
-        bounds.right = std::max(bounds.right, point.x());
-        bounds.bottom = std::min(bounds.bottom, point.y());
-        bounds.top = std::max(bounds.top, point.y());
+    const QPointF* const rows = points.constData();
+    Bounds bounds = {rows->x(), rows->x(), rows->y(), rows->y(), 0};
+    for (int i = 1; i < points.size(); ++i) {
+        const double x = rows[i].x();
+        const double y = rows[i].y();
+        if (x < bounds.left) {
+            bounds.left = x;
+            bounds.nose = i;
+        }
+        bounds.right = std::max(bounds.right, x);
+        bounds.bottom = std::min(bounds.bottom, y);
+        bounds.top = std::max(bounds.top, y);
     }
     return bounds;
-}
-
-int nose_of(const QPolygonF& points) {
-    const auto nose = std::min_element(points.begin(), points.end(),
-                                       [](QPointF a, QPointF b) { return a.x() < b.x(); });
-    return int(nose - points.begin());
 }
 
 // Walks one side from the nose to an end, in the direction of the step 1 or -1, and gives its
 // heights at stations that are asked for from left to right.
 class Side {
 public:
-    Side(const QPolygonF& points_, int step_)
-        : points(points_), step(step_), nose(nose_of(points_)) {
-        next = nose;
-    }
+    Side(const QPolygonF& points_, int nose_, int step_)
+        : points(points_), step(step_), nose(nose_), next(nose_) {}
 
     double height_at(double x) {
         const int end = step > 0 ? int(points.size()) - 1 : 0;
@@ -77,8 +76,8 @@ struct Sides {
 
 Sides sides_of(const QPolygonF& points, const Bounds& bounds) {
     Sides sides;
-    Side first(points, -1);
-    Side second(points, 1);
+    Side first(points, bounds.nose, -1);
+    Side second(points, bounds.nose, 1);
     for (int k = 0; k < stations; ++k) {
         const double x = bounds.left + bounds.width() * (k + 0.5) / stations;
         sides.first[std::size_t(k)] = first.height_at(x);
@@ -94,10 +93,10 @@ enum class Rise { none, sharp, blunt };
 Rise rise_of_sides(const QPolygonF& points, const Bounds& bounds) {
     constexpr double near = 0.0125;
     constexpr double steep = 0.6;
-    const double nose = points[nose_of(points)].y();
+    const double nose = points[bounds.nose].y();
     double rises[2][3];
     for (const int side : {0, 1}) {
-        Side walk(points, side == 0 ? -1 : 1);
+        Side walk(points, bounds.nose, side == 0 ? -1 : 1);
         int station = 0;
         for (const double x : {0.25 * near, near, 8.0 * near})
             rises[side][station++] =
@@ -116,16 +115,17 @@ Rise rise_of_sides(const QPolygonF& points, const Bounds& bounds) {
 
 // Whether a lower edge goes up in an arch above the chord, which runs from the nose to the
 // middle of the ends, down again, and up.
-bool has_arches(const QPolygonF& points, int step, double width) {
+bool has_arches(const QPolygonF& points, int step, const Bounds& bounds) {
     constexpr double least_arch = 0.02;
-    const QPointF nose = points[nose_of(points)];
+    const double width = bounds.width();
+    const QPointF nose = points[bounds.nose];
     const double rise = 0.5 * (points.first().y() + points.last().y()) - nose.y();
     double top = 0.0;
     double bottom = 0.0;
     bool was_up = false;
     bool is_down = false;
     const int end = step > 0 ? int(points.size()) : -1;
-    for (int i = nose_of(points); i != end; i += step) {
+    for (int i = bounds.nose; i != end; i += step) {
         const double part = (points[i].x() - nose.x()) / width;
         const double y = (points[i].y() - nose.y() - part * rise) / width;
         if (is_down) {
@@ -169,8 +169,7 @@ std::optional<Finding> fault_of_sides(const Outline& outline, const Bounds& boun
     if (thickest > no_height * bounds.width() && at_end > largest_at_end * thickest)
         return error(outline.lines.front(),
                      QStringLiteral("thickest at the trailing edge; expected a section"));
-    const int nose = nose_of(outline.points);
-    const int line = outline.lines[std::size_t(nose)];
+    const int line = outline.lines[std::size_t(bounds.nose)];
     switch (rise_of_sides(outline.points, bounds)) {
     case Rise::sharp:
         return Finding{Gravity::doubt, line,
@@ -239,8 +238,7 @@ Kind kind_of(const Outline& outline) {
     }
     if (thickest <= no_thickness * bounds.width())
         return Kind::flat;
-    return has_arches(points, first < second ? -1 : 1, bounds.width()) ? Kind::single_skin
-                                                                       : Kind::section;
+    return has_arches(points, first < second ? -1 : 1, bounds) ? Kind::single_skin : Kind::section;
 }
 
 bool same_section(const Outline& a, const Outline& b) {
@@ -253,7 +251,7 @@ bool same_section(const Outline& a, const Outline& b) {
     const auto normalised = [](const Outline& outline) {
         const Bounds bounds = bounds_of(outline.points);
         return Normalised{bounds.width(), sides_of(outline.points, bounds),
-                          outline.points[nose_of(outline.points)].y()};
+                          outline.points[bounds.nose].y()};
     };
     const auto heights = [](const Normalised& one, std::size_t k) {
         return std::minmax({(one.sides.first[k] - one.nose) / one.width,

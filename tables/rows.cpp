@@ -24,6 +24,11 @@ Rows rows_of(const QByteArray& utf8) {
     Rows rows;
     rows.text = utf8;
     rows.decimal_commas = has_decimal_commas(utf8);
+    // A vector that grows takes twice the memory meanwhile, and what is left of this none. Only
+    // rows of empty places hold more.
+    const std::size_t most = std::size_t(utf8.size()) / 2 + 1;
+    rows.lines.reserve(most);
+    rows.numbers.reserve(most);
     QByteArrayView rest = rows.text;
     Fields fields;
     int number = 0;

@@ -8,7 +8,6 @@
 #include <QString>
 
 #include <cstddef>
-#include <deque>
 #include <vector>
 
 namespace tables {
@@ -24,12 +23,11 @@ struct Line {
     bool remark = false;    ///< Words follow the numbers.
 };
 
-/// The lines of a file. Chunked containers: doubling ones would take twice the memory while
-/// they grow.
+/// The lines of a file.
 struct Rows {
     QByteArray text;
-    std::deque<Line> lines;
-    std::deque<double> numbers;
+    std::vector<Line> lines;
+    std::vector<double> numbers;
     bool decimal_commas = false;
 
     bool is_numbers(std::size_t line) const { return lines[line].kind == LineKind::numbers; }

@@ -20,11 +20,12 @@ bool same_sign(double a, double b) {
 
 // Whether x of the row lies off a course that its neighbours on both sides go on. At an end of
 // the table one side has to do.
-bool is_slip(const Sheet& sheet, int column, int row, double tolerance) {
-    const int rows = sheet.rows();
+bool is_slip(const std::vector<double>& all, int row, double tolerance) {
+    const int rows = int(all.size());
     if (row < 1 || row + 1 >= rows || rows < 5)
         return false;
-    const auto x = [&](int offset) { return sheet.at(row + offset, column); };
+    const double* const here = all.data() + row;
+    const auto x = [=](int offset) { return here[offset]; };
     const double through = x(1) - x(-1);
     const double low = std::min(x(-1), x(1));
     const double high = std::max(x(-1), x(1));
@@ -36,8 +37,8 @@ bool is_slip(const Sheet& sheet, int column, int row, double tolerance) {
 // Follows x from its first row and notes a run whenever x has come back far enough.
 class Follower {
 public:
-    Follower(const Sheet& sheet_, int column_, double tolerance_)
-        : sheet(sheet_), column(column_), tolerance(tolerance_) {}
+    Follower(const std::vector<double>& all_, double tolerance_)
+        : all(all_), tolerance(tolerance_) {}
 
     void begin(int row, bool after_jump) {
         start = lowest = highest = previous = row;
@@ -69,7 +70,7 @@ public:
         runs.clear();
     }
 
-    double x(int row) const { return sheet.at(row, column); }
+    double x(int row) const { return all[std::size_t(row)]; }
     int last_row() const { return previous; }
 
 private:
@@ -80,8 +81,7 @@ private:
         rising = !rising;
     }
 
-    const Sheet& sheet;
-    int column;
+    const std::vector<double>& all;
     double tolerance;
     std::vector<Run> runs;
     int start = 0;
@@ -100,10 +100,13 @@ Course course_of(const Sheet& sheet, int column) {
     const double width = range_of(sheet, column).width();
     if (!(width > 0.0))
         return course;
-    Follower follower(sheet, column, least_turn * width);
+    std::vector<double> all(std::size_t(sheet.rows()));
+    for (int row = 0; row < sheet.rows(); ++row)
+        all[std::size_t(row)] = sheet.at(row, column);
+    Follower follower(all, least_turn * width);
     follower.begin(0, false);
     for (int row = 1; row < sheet.rows(); ++row) {
-        if (is_slip(sheet, column, row, least_turn * width)) {
+        if (is_slip(all, row, least_turn * width)) {
             course.slips.push_back(row);
             continue;
         }

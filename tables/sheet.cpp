@@ -50,13 +50,8 @@ void Sheet::remove_column(int column) {
 Range range_of(const Sheet& sheet, int column, int first, int last) {
     Range range = {std::numeric_limits<double>::infinity(),
                    -std::numeric_limits<double>::infinity()};
-    for (int row = first; row < last; ++row) {
-        const double value = sheet.at(row, column);
-        if (std::isnan(value))
-            continue;
-        range.least = std::min(range.least, value);
-        range.greatest = std::max(range.greatest, value);
-    }
+    for (int row = first; row < last; ++row)
+        range = range.with(sheet.at(row, column));
     return range;
 }
 

@@ -63,11 +63,15 @@ private:
     double y_unit = 1.0;
 };
 
-/// The least and the greatest number of some rows of a column; empty ones give least > greatest.
+/// The least and the greatest number of some rows of a column; none give least > greatest.
 struct Range {
     double least;
     double greatest;
     double width() const { return greatest - least; }
+    /// Widened to @p value, unless that is NaN.
+    Range with(double value) const {
+        return {value < least ? value : least, value > greatest ? value : greatest};
+    }
 };
 Range range_of(const Sheet& sheet, int column, int first, int last);
 inline Range range_of(const Sheet& sheet, int column) {

@@ -13,10 +13,9 @@ bool is_whole(double number) {
     return number == std::floor(number);
 }
 
-// Whether the row is no point beside the other ones: more than half a width to the left or
-// right of them, or more than a width above or below.
-bool is_far_outside(const Sheet& sheet, int row, int first, int last) {
-    const Range x = range_of(sheet, 0, first, last);
+// Whether the row is no point beside the other ones, which run over x and y: more than half a
+// width to the left or right of them, or more than a width above or below.
+bool is_far_outside(const Sheet& sheet, int row, Range x, Range y) {
     const double width = x.width();
     const double at = sheet.at(row, 0);
     if (!(width > 0.0))
@@ -26,7 +25,6 @@ bool is_far_outside(const Sheet& sheet, int row, int first, int last) {
     // A third column may be a slope, which goes beyond all bounds at the nose.
     if (sheet.columns() > 2)
         return false;
-    const Range y = range_of(sheet, 1, first, last);
     const double height = sheet.at(row, 1);
     return height < y.least - width || height > y.greatest + width;
 }
@@ -64,7 +62,8 @@ void take_counts(Sheet& sheet, Head& head) {
     const bool is_apart = std::abs(first - next) > 0.1 * x.width() &&
                           (next == x.least || next == x.greatest) &&
                           (first < x.greatest || first > x.greatest + 0.1 * x.width());
-    if (first + second != rest && !is_apart && !is_far_outside(sheet, 0, 1, sheet.rows()))
+    if (first + second != rest && !is_apart &&
+        !is_far_outside(sheet, 0, x, range_of(sheet, 1, 1, sheet.rows())))
         return;
     head.lines.push_back(sheet.place(0));
     remove_row(sheet, 0);
@@ -74,8 +73,14 @@ void remove_strays(Sheet& sheet, QList<Finding>& findings) {
     constexpr int most_strays = 2;
     for (int i = 0; i < most_strays && sheet.rows() > least_points; ++i) {
         const int last = sheet.rows() - 1;
-        const bool first_is_far = is_far_outside(sheet, 0, 1, last + 1);
-        if (first_is_far || is_far_outside(sheet, last, 0, last)) {
+        const Range x = range_of(sheet, 0, 1, last);
+        const Range y = range_of(sheet, 1, 1, last);
+        const auto is_far = [&](int row, int other_end) {
+            return is_far_outside(sheet, row, x.with(sheet.at(other_end, 0)),
+                                  y.with(sheet.at(other_end, 1)));
+        };
+        const bool first_is_far = is_far(0, last);
+        if (first_is_far || is_far(last, 0)) {
             const int row = first_is_far ? 0 : last;
             findings.append({sheet.line(row) == 1 ? Gravity::note : Gravity::doubt, sheet.line(row),
                              QStringLiteral("\"%1\" stands far outside the other rows; left out")
@@ -85,6 +90,8 @@ void remove_strays(Sheet& sheet, QList<Finding>& findings) {
             findings.append(
                 {Gravity::note, sheet.line(last), QStringLiteral("closing row of zeros left out")});
             remove_row(sheet, last);
+        } else {
+            return;
         }
     }
 }

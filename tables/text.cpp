@@ -30,6 +30,8 @@ std::optional<QStringConverter::Encoding> wide_encoding(const QByteArray& bytes)
     const auto marked = QStringConverter::encodingForData(bytes);
     if (marked && *marked != QStringConverter::Utf8)
         return marked;
+    if (!bytes.contains('\0'))
+        return std::nullopt;
     const double even = zeros_in_every_other_place(bytes, 0);
     const double odd = zeros_in_every_other_place(bytes, 1);
     if (odd > 0.8 && even < 0.2)
@@ -54,8 +56,10 @@ void make_plain(QByteArray& utf8) {
         {"\xE2\x80\x93", "-"}, // dash
         {"\xC2\x85", "\n"},    // next line
     }};
-    for (const Replacement& replacement : replacements)
-        utf8.replace(replacement.from, replacement.to);
+    for (const Replacement& replacement : replacements) {
+        if (utf8.contains(replacement.from[0]))
+            utf8.replace(replacement.from, replacement.to);
+    }
 }
 
 bool is_padding(char c) {
@@ -95,10 +99,7 @@ Text decoded(const QByteArray& bytes) {
         text.utf8 = bytes;
     else
         text.utf8 = QString::fromLatin1(bytes).toUtf8();
-    const bool ascii = std::all_of(text.utf8.cbegin(), text.utf8.cend(),
-                                   [](char c) { return static_cast<unsigned char>(c) < 0x80; });
-    if (!ascii)
-        make_plain(text.utf8);
+    make_plain(text.utf8);
     end_at_mark(text);
     return text;
 }
