@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The companion program: reading many tables, and its start.
+#include "cli/inputs.h"
 #include "harness.h"
 #include "tables/table.h"
 
@@ -40,9 +41,8 @@ void write_tables(const QDir& folder) {
 qsizetype read_tables(const QDir& folder) {
     qsizetype points = 0;
     for (int t = 0; t < table_count; ++t) {
-        QFile file(folder.filePath(QString::number(t)));
-        if (file.open(QIODevice::ReadOnly))
-            points += tables::read(file.readAll()).points.size();
+        const cli::Input file = {folder.filePath(QString::number(t)).toStdString(), {}, {}};
+        points += tables::read(cli::read_input(file, -1).bytes).points.size();
     }
     return points;
 }
@@ -54,16 +54,21 @@ void compare_reading() {
     write_tables(folder);
     QProcess script;
     script.start(QStringLiteral("/usr/bin/python3"),
-                 {QStringLiteral(BENCH_LOADTXT), folder.path(), QStringLiteral("5")});
+                 {QStringLiteral(BENCH_LOADTXT), folder.path(), QStringLiteral("15")});
     std::vector<double> ours;
     std::vector<double> theirs;
     std::vector<double> ratios;
-    while (script.waitForReadyRead(120000)) {
+    for (;;) {
+        while (!script.canReadLine() && script.waitForReadyRead(120000)) {
+        }
+        if (!script.canReadLine())
+            break;
         theirs.push_back(script.readLine().trimmed().toDouble());
         ours.push_back(timed([&] { keep(double(read_tables(folder))); }));
         ratios.push_back(ours.back() / theirs.back());
         script.write("\n");
     }
+    script.closeWriteChannel();
     script.waitForFinished(-1);
     if (ratios.empty()) {
         print_note(QStringLiteral("13"), work, QStringLiteral("no python3 with numpy"));
