@@ -226,14 +226,6 @@ std::optional<Finding> damage_in(const Rows& rows, std::size_t first, std::size_
 
 std::optional<Finding> lost_row(const Rows& rows, std::size_t first, std::size_t last, int known) {
     const int columns = rows.lines[last].count;
-    double least = rows.value(last, 0);
-    double greatest = least;
-    for (std::size_t line = first; line < last; ++line) {
-        if (rows.is_numbers(line) && rows.lines[line].count == columns) {
-            least = std::min(least, rows.value(line, 0));
-            greatest = std::max(greatest, rows.value(line, 0));
-        }
-    }
     const auto finding = [&](std::size_t line) -> std::optional<Finding> {
         const Line& here = rows.lines[line];
         // Four or five numbers above the rows are the extents of a grid.
@@ -241,8 +233,9 @@ std::optional<Finding> lost_row(const Rows& rows, std::size_t first, std::size_t
             (columns < 4 && here.count > 3 && line < first))
             return std::nullopt;
         const double x = rows.value(line, 0);
-        const double margin = (line < first ? 0.1 : 0.5) * (greatest - least);
-        if (!(x >= least - margin && x <= greatest + margin))
+        const Range range = range_of(Sheet(rows, first, last + 1, columns), 0);
+        const double margin = (line < first ? 0.1 : 0.5) * range.width();
+        if (!(x >= range.least - margin && x <= range.greatest + margin))
             return std::nullopt;
         const double all = double(last - first + 1);
         const bool is_count = line < first && x >= 2.0 && are_whole(rows, line) &&

@@ -26,12 +26,13 @@ bool is_slip(const std::vector<double>& all, int row, double tolerance) {
         return false;
     const double* const here = all.data() + row;
     const auto x = [=](int offset) { return here[offset]; };
-    const double through = x(1) - x(-1);
     const double low = std::min(x(-1), x(1));
     const double high = std::max(x(-1), x(1));
+    if (!(x(0) < low - tolerance || x(0) > high + tolerance))
+        return false;
+    const double through = x(1) - x(-1);
     return (row < 2 || same_sign(x(-1) - x(-2), through)) &&
-           (row + 2 >= rows || same_sign(x(2) - x(1), through)) &&
-           (x(0) < low - tolerance || x(0) > high + tolerance);
+           (row + 2 >= rows || same_sign(x(2) - x(1), through));
 }
 
 // Follows x from its first row and notes a run whenever x has come back far enough.
