@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
 # Makes the folder samples/: NACA 4-digit sections as coordinate tables in every
-# layout that the editor opens, and one spline file.
+# layout that the editor opens, and spline files, one of them with an air intake.
 """
 usage: make_samples.py [--check] [FOLDER]
 
@@ -92,24 +92,38 @@ def decimal_commas(title, digits):
     return "\r\n".join([title] + rows).replace(".", ",") + "\r\n"
 
 
-def spline():
-    """A symmetric section of ten control points, in the pixels of an editor of
-    1024 x 768: leading edge at (102, 383), chord of 819 pixels."""
+def spline(name, points, openings=(0.0, 0.0)):
+    """A spline file with control points in the pixels of an editor of 1024 x 768:
+    leading edge at (102, 383), chord of 819 pixels."""
+    degree = 2
+    knots = len(points) + degree + 1
+    title = name.encode("utf-16-be")
+    data = struct.pack(">I", len(title)) + title
+    data += struct.pack(">4i", len(points), knots, degree, degree + 1)
+    for i in range(300):
+        data += struct.pack(">d", i / (knots - 1) if i < knots else 0.0)
+    for i in range(30):
+        x, y = points[i] if i < len(points) else (0.0, 0.0)
+        data += struct.pack(">4d", x, y, 0.0, 0.0)
+    return data + struct.pack(">3d", *openings, 0.0)
+
+
+def symmetric():
     table = [
         (1.0, 0.0), (0.7, 0.025), (0.3, 0.07), (0.05, 0.08), (0.0, 0.01),
         (0.0, -0.01), (0.05, -0.08), (0.3, -0.07), (0.7, -0.025), (1.0, 0.0),
     ]  # fmt: skip
-    degree = 2
-    knots = len(table) + degree + 1
-    name = "symmetric.spl".encode("utf-16-be")
-    data = struct.pack(">I", len(name)) + name
-    data += struct.pack(">4i", len(table), knots, degree, degree + 1)
-    for i in range(300):
-        data += struct.pack(">d", i / (knots - 1) if i < knots else 0.0)
-    for i in range(30):
-        x, y = (102 + table[i][0] * 819, 383 + table[i][1] * 819) if i < len(table) else (0.0, 0.0)
-        data += struct.pack(">4d", x, y, 0.0, 0.0)
-    return data + struct.pack(">3d", 0.0, 0.0, 0.0)
+    return [(102 + x * 819, 383 + y * 819) for x, y in table]
+
+
+def ram_air():
+    """A section for a ram-air wing: laid by `aerolith-cli fit` over NACA 2318."""
+    return [
+        (921, 383), (863.2, 367.3), (754.4, 341.8), (613.2, 315.5), (463.8, 296.7),
+        (324, 291), (220.4, 302.8), (141.7, 329), (99.3, 364.9), (105.5, 403.2),
+        (163.4, 429.2), (269.8, 440.7), (433.4, 439.9), (635.7, 421.8), (826.5, 397.5),
+        (921, 383),
+    ]  # fmt: skip
 
 
 def samples():
@@ -123,7 +137,8 @@ def samples():
         "naca-0012-decimal-commas.txt": decimal_commas("NACA 0012, decimal commas", "0012"),
     }
     files = {name: text.encode("ascii") for name, text in texts.items()}
-    files["symmetric.spl"] = spline()
+    files["symmetric.spl"] = spline("symmetric.spl", symmetric())
+    files["ram-air-intake.spl"] = spline("ram-air-intake.spl", ram_air(), (1.1, 4.25))
     return files
 
 
