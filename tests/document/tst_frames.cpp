@@ -56,6 +56,10 @@ private slots:
     void chord_units_of_any_drawing();
     void splines_without_a_place_data();
     void splines_without_a_place();
+    void scaling_to_the_chord_data();
+    void scaling_to_the_chord();
+    void pinning_data();
+    void pinning();
 };
 
 void tst_frames::mapping_of_a_size_data() {
@@ -140,6 +144,62 @@ void tst_frames::splines_without_a_place() {
     std::fill(spline.CP, spline.CP + MAXNUMPOINTS, points);
     spline.init_knots();
     QVERIFY(!in_chord_units(spline));
+}
+
+void tst_frames::scaling_to_the_chord_data() {
+    QTest::addColumn<QPolygonF>("curve");
+    QTest::addColumn<double>("factor");
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    const double infinity = std::numeric_limits<double>::infinity();
+    QTest::newRow("half as wide") << QPolygonF({{0.5, 0.0}, {2.5, 9.0}}) << 0.5;
+    QTest::newRow("empty") << QPolygonF() << -1.0 / 20000.0;
+    QTest::newRow("no width") << QPolygonF({{3.0, 0.0}, {3.0, 4.0}}) << 1.0;
+    QTest::newRow("rounding noise") << QPolygonF({{3.0, 0.0}, {3.0 + 0.9e-6, 0.0}}) << 1.0;
+    QTest::newRow("just wide enough") << QPolygonF({{0.0, 0.0}, {1.1e-6, 0.0}}) << 1.0 / 1.1e-6;
+    QTest::newRow("no number") << QPolygonF({{nan, 0.0}, {nan, 1.0}}) << 1.0;
+    QTest::newRow("one no number") << QPolygonF({{0.0, 0.0}, {nan, 1.0}, {4.0, 0.0}}) << 0.25;
+    QTest::newRow("infinite") << QPolygonF({{0.0, 0.0}, {infinity, 1.0}}) << 1.0;
+}
+
+void tst_frames::scaling_to_the_chord() {
+    QFETCH(QPolygonF, curve);
+    QFETCH(double, factor);
+    SplineFoil spline = section();
+    scale_to_chord(spline, curve, 1.0);
+    for (int i = 0; i < spline.point_count(); ++i)
+        QVERIFY((spline.CP[i] - factor * section().CP[i]).manhattanLength() <=
+                1e-15 * std::abs(factor));
+    QCOMPARE(curve, spline.make_SplinePoly());
+}
+
+void tst_frames::pinning_data() {
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QPointF>("edge");
+    QTest::addColumn<bool>("moves");
+    QTest::newRow("there") << 10 << QPointF(1.0, 0.0) << false;
+    QTest::newRow("within the tolerance") << 10 << QPointF(1.0, 0.9e-5) << false;
+    QTest::newRow("beyond the tolerance") << 10 << QPointF(1.0, 1.1e-5) << true;
+    QTest::newRow("elsewhere") << 10 << QPointF(7.0, -3.0) << true;
+    QTest::newRow("no points") << 0 << QPointF(7.0, -3.0) << false;
+    QTest::newRow("no number") << 10 << QPointF(std::numeric_limits<double>::quiet_NaN(), 0.0)
+                               << false;
+}
+
+// The curve handed over is empty, so that the scaling leaves its mark.
+void tst_frames::pinning() {
+    QFETCH(int, count);
+    QFETCH(QPointF, edge);
+    QFETCH(bool, moves);
+    SplineFoil spline = section();
+    spline.num_pnt = count;
+    QPolygonF curve;
+    QCOMPARE(pin_to_trailing_edge(spline, curve, edge, 1.0), moves);
+    QCOMPARE(curve.isEmpty(), !moves);
+    for (int i = 0; i < spline.point_count(); ++i) {
+        const QPointF point = section().CP[i];
+        const QPointF wanted = moves ? (point + (edge - section().CP[0])) / -20000.0 : point;
+        QVERIFY((spline.CP[i] - wanted).manhattanLength() <= 1e-15);
+    }
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_frames)
