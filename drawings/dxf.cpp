@@ -30,9 +30,11 @@ public:
     }
 
 private:
-    // Codes are written in three columns, as most programs do.
-    void group(int code, const QByteArray& value) {
-        out += QByteArray::number(code).rightJustified(3) + '\n' + value + '\n';
+    // Codes, which are below 100, are written in three columns, as most programs do.
+    void group(int code, QByteArrayView value) {
+        const char tens = char(code < 10 ? ' ' : '0' + code / 10);
+        const char line[] = {' ', tens, char('0' + code % 10), '\n'};
+        out.append(line, sizeof line).append(value).append('\n');
     }
     void group(int code, int value) { group(code, QByteArray::number(value)); }
     void number(int code, double mm) { group(code, decimal(mm * scale, 6)); }

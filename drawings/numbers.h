@@ -4,20 +4,31 @@
 
 #include <QByteArray>
 
+#include <array>
+#include <charconv>
+#include <limits>
+
 namespace drawings {
 
 /// @p value with a decimal point and at most @p decimals digits behind it, without trailing
 /// zeros and without a negative zero, in every locale.
-/// @param value finite
+/// @param value    finite
+/// @param decimals 0..15
 inline QByteArray decimal(double value, int decimals) {
-    QByteArray digits = QByteArray::number(value, 'f', decimals);
-    if (digits.contains('.')) {
-        while (digits.endsWith('0'))
-            digits.chop(1);
-        if (digits.endsWith('.'))
-            digits.chop(1);
+    // Sign, point, and the digits of the largest number and behind it.
+    std::array<char, std::numeric_limits<double>::max_exponent10 + 20> digits;
+    char* const begin = digits.data();
+    char* end =
+        std::to_chars(begin, begin + digits.size(), value, std::chars_format::fixed, decimals).ptr;
+    if (decimals > 0) {
+        while (end[-1] == '0')
+            --end;
+        if (end[-1] == '.')
+            --end;
     }
-    return digits == "-0" ? QByteArray("0") : digits;
+    if (end - begin == 2 && begin[0] == '-' && begin[1] == '0')
+        return QByteArrayLiteral("0");
+    return QByteArray(begin, end - begin);
 }
 
 } // namespace drawings

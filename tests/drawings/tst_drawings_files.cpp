@@ -8,6 +8,8 @@
 #include <QLocale>
 #include <QXmlStreamReader>
 
+#include <cmath>
+
 using namespace drawings;
 
 namespace {
@@ -89,6 +91,8 @@ void tst_drawings_files::numbers_data() {
     QTest::newRow("zeros") << 1.5 << 9 << QByteArray("1.5");
     QTest::newRow("negative zero") << -1e-12 << 6 << QByteArray("0");
     QTest::newRow("large") << 123456789.25 << 6 << QByteArray("123456789.25");
+    QTest::newRow("largest") << -std::ldexp(1.0, 1023) << 15
+                             << QByteArray("-" + QByteArray::number(std::ldexp(1.0, 1023), 'f', 0));
 }
 
 void tst_drawings_files::numbers() {
