@@ -10,8 +10,11 @@ install(FILES share/metainfo/org.kavrund.Aerolith.metainfo.xml
 install(FILES share/mime/packages/org.kavrund.Aerolith.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
 install(FILES share/copyright docs/user-guide.md docs/file-formats.md docs/read_spline.py
+  docs/fit.md docs/measures.md docs/ribs.md
   DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/images/template.png docs/images/symmetric.png docs/images/nose.png
+  docs/images/measures-section.svg docs/images/measures-nose.svg docs/images/measures-tail.svg
+  docs/images/measures-mouth.svg
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/images)
 install(FILES share/lintian-overrides
   DESTINATION ${CMAKE_INSTALL_DATADIR}/lintian/overrides RENAME aerolith)

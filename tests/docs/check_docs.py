@@ -90,6 +90,21 @@ def check_links_and_paths():
                     problems.append(f"{page.name}: no {path}")
 
 
+def check_installed():
+    """What an installed page leads to is installed too, and every page is found from the first."""
+    installed = set(re.findall(r"docs/[\w./-]+", read("cmake/AerolithInstall.cmake")))
+    for name in sorted(installed):
+        if not (sources / name).is_file():
+            problems.append(f"AerolithInstall.cmake: no file {name}")
+        elif name.endswith(".md"):
+            for target in re.findall(r"\]\(([^)#]+)[^)]*\)", read(name)):
+                if "://" not in target and f"docs/{target}" not in installed:
+                    problems.append(f"{name} is installed without {target}")
+    for page in sources.glob("docs/*.md"):
+        if f"](docs/{page.name})" not in read("README.md"):
+            problems.append(f"README.md does not lead to {page.name}")
+
+
 def window_texts():
     """Texts of the form and of the drawing area's menu, with and without a remark at the end."""
     form = re.findall(r"<string[^>]*>([^<]*)</string>", read("app/mainwindow.ui"))
@@ -136,6 +151,7 @@ def check_release():
 check_hex_blocks()
 check_reader()
 check_links_and_paths()
+check_installed()
 check_bold_texts()
 check_release()
 print("\n".join(problems) or "The documents are right.")
