@@ -35,18 +35,18 @@ void append(Path& path, QPointF end) {
     path.segments.push_back({1, {}, end});
 }
 
+QPolygonF points_of(const Curve& curve, double flatness) {
+    return flattened(path_of(curve), flatness);
+}
+
+} // namespace
+
 Path path_of(const Curve& curve) {
     Path path;
     path.start = curve.position(curve.begin());
     append(path, curve);
     return path;
 }
-
-QPolygonF points_of(const Curve& curve, double flatness) {
-    return flattened(path_of(curve), flatness);
-}
-
-} // namespace
 
 FullSize::FullSize(const sections::Section& section, double chord)
     : whole(section.curve.mapped({chord, 0.0}, {0.0, 0.0})),

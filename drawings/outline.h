@@ -25,6 +25,9 @@ struct Stretch {
     double to = 0.0;
 };
 
+/// The whole curve as a path, piece for segment.
+Path path_of(const sections::Curve& curve);
+
 class FullSize {
 public:
     FullSize(const sections::Section& section, double chord);

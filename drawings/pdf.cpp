@@ -2,12 +2,11 @@
 #include "drawings/pdf.h"
 
 #include "drawings/page.h"
+#include "drawings/paint.h"
 
 #include <QBuffer>
-#include <QFontDatabase>
 #include <QMutex>
 #include <QPainter>
-#include <QPainterPath>
 #include <QPdfWriter>
 
 #include <algorithm>
@@ -28,48 +27,12 @@ constexpr double sheet_margin = 10.0;
 constexpr double overlap = 4.0;
 constexpr double label_height = 2.5;
 
-// Glyphs are drawn at this size and scaled: sizes of fonts in pixels are whole numbers.
-constexpr int font_size = 1000;
-constexpr double capital = 729.0; // of this font at that size
-
-QString font_file() {
-    return QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
-}
-
-// Taken from the file, whatever fonts the system prefers, and without glyphs of other fonts.
-std::optional<QFont> fixed_font() {
-    static const int id = QFontDatabase::addApplicationFont(font_file());
-    const QStringList families = QFontDatabase::applicationFontFamilies(id);
-    if (families.isEmpty())
-        return std::nullopt;
-    QFont font(families.first());
-    font.setPixelSize(font_size);
-    font.setHintingPreference(QFont::PreferNoHinting);
-    font.setStyleStrategy(QFont::NoFontMerging);
-    return font;
-}
-
 // Blanks where the writer names itself and the time, so that no byte moves.
 void clear_information(QByteArray& file) {
     const qsizetype start = file.indexOf("1 0 obj\n<<") + 10;
     const qsizetype end = file.indexOf(">>\nendobj", start);
     if (start >= 10 && end >= 0)
         std::fill(file.begin() + start, file.begin() + end, ' ');
-}
-
-QPainterPath painter_path(const Path& path) {
-    QPainterPath result(path.start);
-    for (const Segment& segment : path.segments) {
-        if (segment.degree == 1)
-            result.lineTo(segment.end);
-        else if (segment.degree == 2)
-            result.quadTo(segment.controls[0], segment.end);
-        else
-            result.cubicTo(segment.controls[0], segment.controls[1], segment.end);
-    }
-    if (path.closed)
-        result.closeSubpath();
-    return result;
 }
 
 class Pages {
@@ -88,8 +51,9 @@ public:
                         .arg(box.width())
                         .arg(box.height())
                         .arg(pdf_limit)};
-        const QSizeF size(std::ceil(box.width() * points_per_mm),
-                          std::ceil(box.height() * points_per_mm));
+        constexpr double rounding = 1e-6;
+        const QSizeF size(std::ceil(box.width() * points_per_mm - rounding),
+                          std::ceil(box.height() * points_per_mm - rounding));
         set_page(QPageSize(size, QPageSize::Point, QString(), QPageSize::ExactMatch));
         painter.begin(&writer);
         show(box, {0.0, 0.0});
@@ -155,12 +119,7 @@ private:
         painter.scale(dots_per_mm, dots_per_mm);
         painter.translate(place.x() - part.left(), place.y() + part.bottom());
         painter.scale(1.0, -1.0);
-        painter.setBrush(Qt::NoBrush);
-        for (const Element& element : scene.elements) {
-            const QColor colour{QLatin1String(layer_colours[int(element.layer)])};
-            set_pen(colour, line_width);
-            std::visit([&](const auto& shape) { put(shape, colour); }, element.shape);
-        }
+        paint(painter, scene, font);
         painter.restore();
     }
 
@@ -178,15 +137,17 @@ private:
         painter.scale(dots_per_mm, dots_per_mm);
         painter.translate(0.0, 210.0);
         painter.scale(1.0, -1.0);
-        set_pen(Qt::gray, line_width);
+        const Look grey = {"#a0a0a4", line_width, {}, false};
+        Scene marks;
         for (const double x : {sheet_margin, sheet_margin + sheet_width}) {
             for (const double y : {sheet_margin, sheet_margin + sheet_height}) {
-                painter.drawLine(QPointF(x - overlap, y), QPointF(x + overlap, y));
-                painter.drawLine(QPointF(x, y - overlap), QPointF(x, y + overlap));
+                marks.draw(grey, line({x - overlap, y}, {x + overlap, y}));
+                marks.draw(grey, line({x, y - overlap}, {x, y + overlap}));
             }
         }
-        put(Text{{sheet_margin + 2.0 * overlap, sheet_margin + 1.0}, label_height, label},
-            Qt::gray);
+        marks.draw(grey,
+                   Text{{sheet_margin + 2.0 * overlap, sheet_margin + 1.0}, label_height, label});
+        paint(painter, marks, font);
         painter.restore();
     }
 
@@ -212,34 +173,6 @@ private:
         return false;
     }
 
-    void set_pen(const QColor& colour, double width) {
-        painter.setPen(QPen(colour, width, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
-    }
-
-    void put(const Path& path, const QColor&) { painter.drawPath(painter_path(path)); }
-
-    void put(const Circle& circle, const QColor&) {
-        painter.drawEllipse(circle.centre, circle.radius, circle.radius);
-    }
-
-    void put(const Dot& dot, const QColor& colour) {
-        painter.setPen(Qt::NoPen);
-        painter.setBrush(colour);
-        painter.drawEllipse(dot.at, 0.5 * dot_width, 0.5 * dot_width);
-        painter.setBrush(Qt::NoBrush);
-    }
-
-    void put(const Text& text, const QColor& colour) {
-        painter.save();
-        painter.translate(text.at);
-        const double scale = text.height / capital;
-        painter.scale(scale, -scale);
-        painter.setFont(font);
-        painter.setPen(colour);
-        painter.drawText(QPointF(0.0, 0.0), printable(text.text));
-        painter.restore();
-    }
-
     const Scene& scene;
     QRectF box;
     const double flatness;
@@ -253,12 +186,10 @@ private:
 } // namespace
 
 PdfResult pdf(const Scene& scene, const OutputSettings& settings, Tiling tiling) {
-    // Fonts are shared by all threads.
-    static QMutex turn;
-    const QMutexLocker lock(&turn);
+    const QMutexLocker lock(&font_turn());
     const std::optional<QFont> font = fixed_font();
     if (!font)
-        return {{}, QStringLiteral("no font ") + font_file()};
+        return {{}, missing_font()};
     Pages pages(scene, settings, *font);
     return tiling == Tiling::a4 ? pages.sheets() : pages.whole();
 }

@@ -163,6 +163,13 @@ Scene mirrored(const Scene& scene, double x) {
     return result;
 }
 
+Scene placed(const Scene& scene, double scale, QPointF shift) {
+    Scene result = scene;
+    for (Element& element : result.elements)
+        transform_points(element, [=](QPointF p) { return scale * p + shift; });
+    return result;
+}
+
 QString printable(const QString& text) {
     QString result;
     const QList<uint> characters = text.toUcs4();

@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <array>
+#include <optional>
 #include <variant>
 #include <vector>
 
@@ -56,19 +57,38 @@ struct Text {
     QString text;
 };
 
+/// How an element of a picture looks. DXF has none of it.
+struct Look {
+    const char* colour = "#000000"; ///< As #rrggbb.
+    double width = 0.2;             ///< Of lines, mm.
+    std::vector<double> dashes;     ///< Line, gap, line, gap..., mm; empty for a whole line.
+    bool filled = false;            ///< Paths and circles are areas without an edge.
+};
+
 struct Element {
     Layer layer = Layer::cut;
     std::variant<Path, Circle, Dot, Text> shape;
+    std::optional<Look> look{}; ///< None: that of the layer.
 };
 
 /// Coordinates and lengths in millimetres, y upwards.
 struct Scene {
     std::vector<Element> elements;
 
+    /// Of a picture: it is as large as this and its elements stand over each other in their order.
+    /// None for a drawing, which is as large as its elements and ordered by layers.
+    std::optional<QRectF> page{};
+
     void add(Layer layer, Path path) { elements.push_back({layer, std::move(path)}); }
     void add(Layer layer, Circle circle) { elements.push_back({layer, circle}); }
     void add(Layer layer, Dot dot) { elements.push_back({layer, dot}); }
     void add(Layer layer, Text text) { elements.push_back({layer, std::move(text)}); }
+
+    /// Adds an element of a picture.
+    template<typename Shape>
+    void draw(const Look& look, Shape shape) {
+        elements.push_back({Layer::marks, std::move(shape), look});
+    }
 
     /// Adds the elements of @p other, moved by @p shift.
     void add(const Scene& other, QPointF shift);
@@ -99,6 +119,9 @@ QRectF bounds(const Scene& scene, double flatness);
 /// @p scene flipped left and right about the vertical line at @p x. Texts stay readable and
 /// are moved such that their boxes are flipped.
 Scene mirrored(const Scene& scene, double x);
+
+/// @p scene with its places scaled, then moved. Radii, heights of letters and looks stay.
+Scene placed(const Scene& scene, double scale, QPointF shift);
 
 /// @p text without what no file can hold: control characters become blanks, halves of
 /// surrogate pairs and noncharacters U+FFFD.

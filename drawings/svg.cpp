@@ -18,14 +18,20 @@ public:
 
     QByteArray file() {
         put_head();
-        for (int layer = 0; layer < layer_count; ++layer)
-            put_layer(Layer(layer));
+        if (scene.page) {
+            for (const Element& element : scene.elements)
+                put(element);
+        } else {
+            for (int layer = 0; layer < layer_count; ++layer)
+                put_layer(Layer(layer));
+        }
         out += "</svg>\n";
         return out;
     }
 
 private:
-    QByteArray number(double mm) const { return decimal(mm * scale, 9); }
+    // People cannot see a micrometre.
+    QByteArray number(double mm) const { return decimal(mm * scale, scene.page ? 3 : 9); }
     QByteArray pair(QPointF p) const { return number(p.x()) + ' ' + number(-p.y()); }
 
     void put_head() {
@@ -53,13 +59,35 @@ private:
                        layer_colours[int(layer)] + "\">\n";
                 open = true;
             }
-            std::visit([this, layer](const auto& shape) { put(layer, shape); }, element.shape);
+            put(element);
         }
         if (open)
             out += "</g>\n";
     }
 
-    void put(Layer, const Path& path) {
+    void put(const Element& element) {
+        const Look look = look_of(element);
+        std::visit([&](const auto& shape) { put(shape, look, style_of(element)); }, element.shape);
+    }
+
+    // What the group of a layer does not say.
+    QByteArray style_of(const Element& element) const {
+        if (!element.look)
+            return {};
+        const Look& look = *element.look;
+        if (look.filled)
+            return QByteArray(" stroke=\"none\" fill=\"") + look.colour + '"';
+        QByteArray style = QByteArray(" stroke=\"") + look.colour + "\" stroke-width=\"" +
+                           number(look.width) + '"';
+        if (look.dashes.empty())
+            return style;
+        style += " stroke-linecap=\"butt\" stroke-dasharray=\"";
+        for (std::size_t i = 0; i < look.dashes.size(); ++i)
+            style += (i == 0 ? "" : " ") + number(look.dashes[i]);
+        return style + '"';
+    }
+
+    void put(const Path& path, const Look&, const QByteArray& style) {
         out += "<path d=\"M" + pair(path.start);
         char command = 'M';
         for (const Segment& segment : path.segments) {
@@ -70,23 +98,31 @@ private:
                 out += pair(segment.controls[std::size_t(i)]) + ' ';
             out += pair(segment.end);
         }
-        out += path.closed ? "Z\"/>\n" : "\"/>\n";
+        out += (path.closed ? "Z\"" : "\"") + style + "/>\n";
     }
 
-    void put(Layer, const Circle& circle) {
+    void put(const Circle& circle, const Look&, const QByteArray& style) {
         out += "<circle cx=\"" + number(circle.centre.x()) + "\" cy=\"" +
-               number(-circle.centre.y()) + "\" r=\"" + number(circle.radius) + "\"/>\n";
+               number(-circle.centre.y()) + "\" r=\"" + number(circle.radius) + '"' + style +
+               "/>\n";
     }
 
-    void put(Layer, const Dot& dot) {
-        out += "<path d=\"M" + pair(dot.at) + "h0\" stroke-width=\"" + number(dot_width) + "\"/>\n";
+    void put(const Dot& dot, const Look& look, const QByteArray& style) {
+        out += "<path d=\"M" + pair(dot.at) + "h0\"" +
+               (style.isEmpty() ? " stroke-width=\"" + number(look.width) + '"' : style) + "/>\n";
     }
 
-    void put(Layer layer, const Text& text) {
+    void put(const Text& text, const Look& look, const QByteArray&) {
         out += "<text x=\"" + number(text.at.x()) + "\" y=\"" + number(-text.at.y()) +
-               "\" font-family=\"sans-serif\" font-size=\"" + number(text.height * em_of_capital) +
-               "\" xml:space=\"preserve\" stroke=\"none\" fill=\"" + layer_colours[int(layer)] +
-               "\">" + printable(text.text).toHtmlEscaped().toUtf8() + "</text>\n";
+               "\" font-family=\"" + font_family() + "\" font-size=\"" +
+               number(text.height * em_of_capital) +
+               "\" xml:space=\"preserve\" stroke=\"none\" fill=\"" + look.colour + "\">" +
+               printable(text.text).toHtmlEscaped().toUtf8() + "</text>\n";
+    }
+
+    // The places of a picture's texts are those of the first two, which have the same widths.
+    const char* font_family() const {
+        return scene.page ? "DejaVu Sans, Verdana, sans-serif" : "sans-serif";
     }
 
     const Scene& scene;

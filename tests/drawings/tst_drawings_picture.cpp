@@ -1,0 +1,342 @@
+// SPDX-FileCopyrightText: Aerolith developers
+// Pictures of sections: what is in them, and that no text lies on another.
+#include "drawings/page.h"
+#include "drawings/paint.h"
+#include "drawings/picture.h"
+#include "drawings/svg.h"
+#include "drawings/textwidth.h"
+#include "ribs.h"
+#include "support/testmain.h"
+
+#include <QFontMetricsF>
+#include <QRandomGenerator>
+
+#include <set>
+
+using namespace drawings;
+
+namespace {
+
+Pictured pictured(const sections::Section& section, const QString& name) {
+    return {name, section};
+}
+
+Pictured thin_table(const QString& name) {
+    return pictured(table_section(naca(0.02, 0.4, 0.12, 30)), name);
+}
+
+Pictured spline(const QString& name) {
+    return pictured(spline_section(hull), name);
+}
+
+std::vector<Text> texts_of(const Scene& scene) {
+    std::vector<Text> texts;
+    for (const Element& element : scene.elements) {
+        if (const auto* text = std::get_if<Text>(&element.shape))
+            texts.push_back(*text);
+    }
+    return texts;
+}
+
+QStringList strings_of(const Scene& scene) {
+    QStringList strings;
+    for (const Text& text : texts_of(scene))
+        strings << text.text;
+    return strings;
+}
+
+// Elements of one kind of shape that have this colour.
+template<typename Shape>
+std::vector<Element> elements_of(const Scene& scene, const char* colour) {
+    std::vector<Element> found;
+    for (const Element& element : scene.elements) {
+        if (std::holds_alternative<Shape>(element.shape) &&
+            QByteArray(element.look->colour) == colour)
+            found.push_back(element);
+    }
+    return found;
+}
+
+// Why the texts of a picture cannot be read; empty when they can.
+QString fault_of_texts(const Scene& scene) {
+    const std::vector<Text> texts = texts_of(scene);
+    for (std::size_t i = 0; i < texts.size(); ++i) {
+        const QRectF room = room_of(texts[i]);
+        if (!scene.page->contains(room))
+            return QStringLiteral("leaves the page: ") + texts[i].text;
+        for (std::size_t k = 0; k < i; ++k) {
+            if (room.intersects(room_of(texts[k])))
+                return texts[k].text + QStringLiteral(" lies on ") + texts[i].text;
+        }
+    }
+    return {};
+}
+
+const QString awkward_names[] = {
+    QStringLiteral("a"),
+    QString(300, QLatin1Char('W')),
+    QStringLiteral("<b>&amp;\"quoted\" & 'more'</b>"),
+    QString::fromUtf8("\xd7\xa6\xd7\x95\xd7\x9c\xd7\x9c\xd7\x9f \xd7\x9b\xd7\xa0\xd7\xa3"),
+    QString::fromUtf8("\xd8\xac\xd9\x86\xd8\xa7\xd8\xad 7"),
+    QStringLiteral("tab\tline\nescape\x1b[31m"),
+    QString::fromUtf8("\xe7\xbf\xbc\xe5\x9e\x8b\xe7\xbf\xbc\xe5\x9e\x8b \xf0\x9f\xaa\x82"),
+    QStringLiteral("a long name with many words that goes on and on and on and on and on and on "
+                   "until no legend could hold it in one line"),
+    QString(),
+    QStringLiteral("%1 %2 %n"),
+    QString(QChar(0xd800)) + QStringLiteral("half a pair"),
+    QStringLiteral("rib-12"),
+};
+
+} // namespace
+
+class tst_drawings_picture : public QObject {
+    Q_OBJECT
+private slots:
+    void widths_of_the_font();
+    void shortened_data();
+    void shortened();
+    void texts_apart_data();
+    void texts_apart();
+    void looks();
+    void looks_of_all();
+    void exact_curve();
+    void openings();
+    void both_orders();
+    void sizes();
+    void too_small();
+    void odd_sections_data();
+    void odd_sections();
+    void same_bytes();
+};
+
+// No character of the font is wider than what is reckoned with.
+void tst_drawings_picture::widths_of_the_font() {
+    const std::optional<QFont> font = fixed_font();
+    QVERIFY2(font, qPrintable(missing_font()));
+    const QFontMetricsF metrics(*font);
+    int known = 0;
+    for (char32_t c = 0x20; c < 0x20000; ++c) {
+        if ((c >= 0x7f && c < 0xa0) || QChar::isSurrogate(c) || !metrics.inFontUcs4(c))
+            continue;
+        ++known;
+        const QString text = QString::fromUcs4(&c, 1);
+        const double reckoned = width_of(text, 729.0);
+        const double real = metrics.horizontalAdvance(text);
+        QVERIFY2(real <= reckoned + 0.6, qPrintable(QStringLiteral("U+%1 is %2, reckoned %3")
+                                                        .arg(uint(c), 4, 16)
+                                                        .arg(real)
+                                                        .arg(reckoned)));
+        if (c < 0x7f)
+            QVERIFY(real > reckoned - 0.6);
+    }
+    QVERIFY2(known > 5000, qPrintable(QString::number(known)));
+}
+
+void tst_drawings_picture::shortened_data() {
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<double>("width");
+    QTest::addColumn<QString>("wanted");
+    const QString digits = QStringLiteral("0123456789");
+    const double digit = 636.0 / 729.0;
+    const double dots = 1750.0 / 729.0; // the ellipsis
+    QTest::newRow("fits") << digits << 10.0 * digit + 1e-9 << digits;
+    QTest::newRow("middle") << digits << 4.0 * digit + dots + 1e-9 << QStringLiteral(u"01…89");
+    QTest::newRow("odd") << digits << 5.0 * digit + dots + 1e-9 << QStringLiteral(u"012…89");
+    QTest::newRow("no room") << digits << 1.0 << QStringLiteral(u"…");
+    QTest::newRow("empty") << QString() << 0.0 << QString();
+    QTest::newRow("pairs stay whole")
+        << QStringLiteral(u"🪂🪂🪂") << 2.0 * dots + 1e-9 << QStringLiteral(u"🪂…");
+}
+
+void tst_drawings_picture::shortened() {
+    QFETCH(QString, text);
+    QFETCH(double, width);
+    QTEST(drawings::shortened(text, 1.0, width), "wanted");
+}
+
+void tst_drawings_picture::texts_apart_data() {
+    QTest::addColumn<int>("count");
+    QTest::addColumn<QSizeF>("size");
+    for (int count = 1; count <= 12; ++count) {
+        QTest::addRow("%d sections", count) << count << QSizeF();
+        QTest::addRow("%d sections, narrow", count) << count << QSizeF(120.0, 400.0);
+    }
+    QTest::newRow("most") << int(most_pictured) << QSizeF();
+    QTest::newRow("large") << 12 << QSizeF(2000.0, 2000.0);
+}
+
+void tst_drawings_picture::texts_apart() {
+    QFETCH(int, count);
+    QFETCH(QSizeF, size);
+    PictureOptions options;
+    if (size.isValid())
+        options.size = size;
+    for (int turn = 0; turn < 2; ++turn) {
+        std::vector<Pictured> all;
+        for (int i = 0; i < count; ++i) {
+            const QString name =
+                awkward_names[std::size_t(i + 5 * turn) % std::size(awkward_names)];
+            all.push_back(
+                i % 2 == turn
+                    ? pictured(table_section(naca(0.0, 0.4, 0.05 + 0.01 * i, 20), 1.234, 99.8765),
+                               name)
+                    : spline(name));
+        }
+        const PictureResult result = picture(all, options);
+        QVERIFY2(result.scene, qPrintable(result.reason));
+        QCOMPARE(fault_of_texts(*result.scene), QString());
+        // A title, labels and the names are there.
+        QVERIFY(int(texts_of(*result.scene).size()) > count + 6);
+    }
+}
+
+void tst_drawings_picture::looks() {
+    const Scene scene =
+        *picture({thin_table(QStringLiteral("table")), spline(QStringLiteral("spline"))}).scene;
+    // The curve and its sample in the legend.
+    const std::vector<Element> blue = elements_of<Path>(scene, "#0000ff");
+    const std::vector<Element> red = elements_of<Path>(scene, "#ff0000");
+    QCOMPARE(blue.size(), std::size_t(2));
+    QCOMPARE(red.size(), std::size_t(2));
+    for (std::size_t i = 0; i < 2; ++i) {
+        QVERIFY(blue[i].look->dashes.empty());
+        QVERIFY(!red[i].look->dashes.empty());
+    }
+    const QStringList strings = strings_of(scene);
+    QVERIFY(strings.contains(QStringLiteral("table, table")));
+    QVERIFY(strings.contains(QStringLiteral("spline, spline")));
+    for (const char* label : {"0", "0.5", "1"})
+        QVERIFY2(strings.contains(QString::fromLatin1(label)), label);
+}
+
+// In black and white each section differs from every other one.
+void tst_drawings_picture::looks_of_all() {
+    std::vector<Pictured> all;
+    for (std::size_t i = 0; i < most_pictured; ++i)
+        all.push_back(i % 3 == 0 ? spline(QString::number(i)) : thin_table(QString::number(i)));
+    const Scene scene = *picture(all).scene;
+    std::set<std::pair<double, std::vector<double>>> looks;
+    int curves = 0;
+    for (const Element& element : scene.elements) {
+        const auto* path = std::get_if<Path>(&element.shape);
+        if (path && path->segments.size() > 4) {
+            ++curves;
+            looks.emplace(element.look->width, element.look->dashes);
+        }
+    }
+    QCOMPARE(curves, int(most_pictured));
+    QCOMPARE(looks.size(), most_pictured);
+}
+
+// The parabolas of a spline stay parabolas, in one scale for both axes.
+void tst_drawings_picture::exact_curve() {
+    const Pictured one = spline(QStringLiteral("s"));
+    const Scene scene = *picture({one}).scene;
+    const Path path = std::get<Path>(elements_of<Path>(scene, "#ff0000").front().shape);
+    const std::vector<sections::Piece>& pieces = one.section.curve.pieces();
+    QCOMPARE(path.segments.size(), pieces.size());
+    QVERIFY(path.closed);
+    const QRectF box = bounds(scene, 0.01);
+    QCOMPARE(box, *scene.page);
+    const QPointF start = pieces.front().position(0.0);
+    const QPointF nose = pieces[pieces.size() / 2].position(0.0);
+    const QPointF from = path.start;
+    const QPointF to = path.segments[pieces.size() / 2 - 1].end;
+    const double scale = (to.x() - from.x()) / (nose.x() - start.x());
+    QVERIFY(scale > 150.0 && scale < 240.0);
+    QVERIFY(std::abs(to.y() - from.y() - scale * (nose.y() - start.y())) < 1e-9);
+    for (std::size_t i = 0; i < pieces.size(); ++i)
+        QCOMPARE(path.segments[i].degree, pieces[i].degree());
+}
+
+void tst_drawings_picture::openings() {
+    const Pictured open =
+        pictured(table_section(naca(0.0, 0.4, 0.12, 60), 2.0, 8.0), QStringLiteral("r"));
+    const Scene scene = *picture({open}).scene;
+    std::vector<Circle> marks;
+    for (const Element& element : elements_of<Circle>(scene, "#0000ff"))
+        marks.push_back(std::get<Circle>(element.shape));
+    QCOMPARE(marks.size(), std::size_t(2));
+    // 6 % of the chord apart, on the lower side: below the nose, which is where x is least.
+    const Path curve = std::get<Path>(elements_of<Path>(scene, "#0000ff").front().shape);
+    const QPolygonF points = flattened(curve, 0.01);
+    const QRectF box = points.boundingRect();
+    QVERIFY(std::abs(marks[0].centre.x() - box.left() - 0.02 * box.width()) < 1e-3 * box.width());
+    QVERIFY(std::abs(marks[1].centre.x() - box.left() - 0.08 * box.width()) < 1e-3 * box.width());
+    for (const Circle& mark : marks)
+        QVERIFY(mark.centre.y() < box.center().y());
+    const QStringList strings = strings_of(scene);
+    QVERIFY(strings.contains(QStringLiteral("r, table, intake from 2 to 8 %")));
+    QVERIFY(strings.contains(QStringLiteral("start and end of the intake")));
+    QVERIFY(!strings_of(*picture({thin_table(QStringLiteral("r"))}).scene)
+                 .contains(QStringLiteral("start and end of the intake")));
+}
+
+void tst_drawings_picture::both_orders() {
+    const QPolygonF points = naca(0.03, 0.3, 0.14, 40);
+    const auto drawn = [](const QPolygonF& outline) {
+        return svg(*picture({pictured(table_section(outline, 1.5, 6.0), QStringLiteral("t")),
+                             spline(QStringLiteral("s"))})
+                        .scene);
+    };
+    QCOMPARE(drawn(reversed(points)), drawn(points));
+}
+
+void tst_drawings_picture::sizes() {
+    for (const QSizeF size : {QSizeF(240.0, 100.0), QSizeF(120.0, 90.0), QSizeF(400.0, 60.0)}) {
+        PictureOptions options;
+        options.size = size;
+        const PictureResult result =
+            picture({thin_table(QStringLiteral("t")), spline(QStringLiteral("s"))}, options);
+        QVERIFY2(result.scene, qPrintable(result.reason));
+        QCOMPARE(result.scene->page->size(), size);
+        QCOMPARE(bounds(*result.scene, 0.01), *result.scene->page);
+    }
+}
+
+void tst_drawings_picture::too_small() {
+    PictureOptions options;
+    options.size = QSizeF(120.0, 40.0);
+    std::vector<Pictured> all(most_pictured, thin_table(QStringLiteral("t")));
+    const PictureResult result = picture(all, options);
+    QVERIFY(!result.scene);
+    QVERIFY2(result.reason.startsWith(QLatin1String("does not fit a height of 40 mm; it takes ")),
+             qPrintable(result.reason));
+}
+
+void tst_drawings_picture::odd_sections_data() {
+    QTest::addColumn<QPolygonF>("points");
+    QTest::newRow("flat rib") << QPolygonF{
+        {1.0, 0.0}, {0.5, 0.0}, {0.0, 0.0}, {0.5, 0.0}, {1.0, 0.0}};
+    QTest::newRow("single-skin rib")
+        << QPolygonF{{1.0, 0.0},   {0.6, 0.08}, {0.2, 0.1},  {0.0, 0.0},
+                     {0.1, -0.02}, {0.3, 0.05}, {0.6, 0.06}, {1.0, 0.0}};
+    QTest::newRow("blunt trailing edge")
+        << QPolygonF{{1.0, 0.05}, {0.5, 0.1}, {0.0, 0.0}, {0.5, -0.1}, {1.0, -0.05}};
+    QTest::newRow("higher than wide")
+        << QPolygonF{{1.0, 0.0}, {0.5, 4.0}, {0.0, 0.0}, {0.5, -4.0}, {1.0, 0.0}};
+}
+
+void tst_drawings_picture::odd_sections() {
+    QFETCH(QPolygonF, points);
+    const PictureResult result = picture({pictured(table_section(points), QStringLiteral("odd"))});
+    QVERIFY2(result.scene, qPrintable(result.reason));
+    QCOMPARE(fault_of_texts(*result.scene), QString());
+    QCOMPARE(bounds(*result.scene, 0.01), *result.scene->page);
+    const Path curve = std::get<Path>(elements_of<Path>(*result.scene, "#0000ff").front().shape);
+    const QRectF box = flattened(curve, 0.01).boundingRect();
+    QVERIFY(box.width() > 10.0 && box.width() < 240.0 && box.height() < 240.0);
+}
+
+void tst_drawings_picture::same_bytes() {
+    const std::vector<Pictured> all = {thin_table(QStringLiteral("t")),
+                                       spline(QStringLiteral("s"))};
+    const QByteArray bytes = svg(*picture(all).scene);
+    QCOMPARE(svg(*picture(all).scene), bytes);
+    QVERIFY(bytes.contains(" width=\"240mm\""));
+    QVERIFY(!bytes.contains("<g "));
+}
+
+AEROLITH_TEST_MAIN(tst_drawings_picture)
+#include "tst_drawings_picture.moc"
