@@ -25,6 +25,14 @@ std::string ending_of_name(const std::string& name) {
     return QString::fromStdString(name.substr(point)).toLower().toStdString();
 }
 
+// The format among those known that has this ending.
+Chosen chosen_of(const std::vector<std::string>& known, const std::string& ending) {
+    const std::string name = ending.substr(1);
+    if (std::find(known.begin(), known.end(), name) != known.end())
+        return {name, {}};
+    return {{}, "the ending " + shown(ending) + " is that of no format; --to names one"};
+}
+
 } // namespace
 
 std::vector<std::string> drawing_formats() {
@@ -42,6 +50,10 @@ std::vector<std::string> output_formats() {
     for (const std::string& name : drawing_formats())
         names.push_back(name);
     return names;
+}
+
+std::vector<std::string> picture_formats() {
+    return {"svg", "pdf", "png"};
 }
 
 std::vector<std::string> input_layouts() {
@@ -68,12 +80,16 @@ Chosen choose_format(const std::string& to, const std::string& output) {
     }
     if (ending.empty() || ending == ".txt" || ending == ".dat")
         return {output_formats().front(), {}};
-    const std::string name = ending.substr(1);
     std::vector<std::string> known = drawing_formats();
     known.insert(known.end(), {"csv", "json", spline_format});
-    if (std::find(known.begin(), known.end(), name) != known.end())
-        return {name, {}};
-    return {{}, "the ending " + shown(ending) + " is that of no format; --to names one"};
+    return chosen_of(known, ending);
+}
+
+Chosen choose_picture_format(const std::string& to, const std::string& output) {
+    const std::string ending = ending_of_name(output);
+    if (to.empty() && !ending.empty())
+        return chosen_of(picture_formats(), ending);
+    return {to.empty() ? picture_formats().front() : to, {}};
 }
 
 std::string ending_of_format(const std::string& name) {

@@ -23,6 +23,9 @@ bool is_drawing(const std::string& name);
 /// What `--to` takes, the default first.
 std::vector<std::string> output_formats();
 
+/// What `--to` takes for pictures, the default first.
+std::vector<std::string> picture_formats();
+
 /// What `--layout` takes.
 std::vector<std::string> input_layouts();
 
@@ -42,6 +45,9 @@ struct Chosen {
 /// @param to     value of the option, empty for none
 /// @param output name of the one output, empty where there are many or it is standard output
 Chosen choose_format(const std::string& to, const std::string& output);
+
+/// The same for pictures.
+Chosen choose_picture_format(const std::string& to, const std::string& output);
 
 /// The ending of files of a format, with its point.
 std::string ending_of_format(const std::string& name);

@@ -84,7 +84,7 @@ Content read_file(const std::string& path, bool only_regular) {
     return content;
 }
 
-std::string base_name(const std::string& path) {
+std::string name_of(const std::string& path) {
     return path.substr(path.rfind('/') + 1);
 }
 
@@ -104,7 +104,7 @@ public:
         if (fs::is_directory(fs::path(name), error))
             add_folder(name);
         else
-            inputs.all.push_back({name, base_name(name), {}});
+            inputs.all.push_back({name, name_of(name), {}});
     }
 
     void take_standard_input() { standard_input_taken = true; }
@@ -120,7 +120,7 @@ private:
             std::error_code error;
             fs::directory_iterator entry(fs::path(given + below), error);
             for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
-                const std::string name = below + base_name(entry->path().native());
+                const std::string name = below + name_of(entry->path().native());
                 std::error_code unknown;
                 if (entry->symlink_status(unknown).type() == fs::file_type::directory)
                     waiting.push_back(name + '/');
@@ -139,6 +139,13 @@ private:
 };
 
 } // namespace
+
+std::string base_name(const std::string& path) {
+    if (path == "-")
+        return {};
+    const std::string name = name_of(path);
+    return name.substr(0, name.rfind('.'));
+}
 
 Inputs expand_inputs(const Options& options, int in) {
     Inputs inputs;

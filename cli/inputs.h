@@ -36,6 +36,9 @@ struct Inputs {
     std::string refusal; ///< Wrong usage, for instance standard input twice; empty for none.
 };
 
+/// The name of an input without its folders and its ending, bytes; empty for standard input.
+std::string base_name(const std::string& path);
+
 /// The files that Options::files and Options::files_from stand for. A folder stands for all that
 /// lies below it but folders, in the order of the bytes of the paths; symbolic links to folders
 /// are followed only where they were given. A name that does not exist is an input, too.

@@ -49,6 +49,8 @@ struct Options {
     std::vector<double> openings; ///< None, or O-1 and O-2 in percent of the chord.
     std::vector<int> lep_points;  ///< None, or the counts of a paragliding profile.
 
+    std::string size; ///< Of a picture, "WxH"; empty: see the table.
+
     /// @name Drawings of ribs
     /// @{
     double allowance = 0.0;              ///< mm.

@@ -9,9 +9,9 @@ namespace cli {
 const std::vector<Option>& option_table() {
     static const std::vector<Option> table = {
         {"layout", 0, "NAME", "", "", "Read every file as this layout",
-         "check convert measure compare fit", &Options::layout, 0, 0, input_layouts},
+         "check convert measure compare fit draw", &Options::layout, 0, 0, input_layouts},
         {"element", 0, "N", "", "", "Of several elements in a file take the N-th",
-         "check convert measure compare fit", &Options::element, 1, 1000},
+         "check convert measure compare fit draw", &Options::element, 1, 1000},
 
         {"strict", 0, "", "", "", "End with 1 also for files whose verdict is convert", "check",
          &Options::strict},
@@ -39,14 +39,21 @@ const std::vector<Option>& option_table() {
         {"closed", 0, "", "", "", "End the spline where it begins", "fit", &Options::closed},
 
         {"output", 'o', "OUT", "", "",
-         "Write to OUT, - for standard output; its ending names the format", "convert fit",
+         "Write to OUT, - for standard output; its ending names the format", "convert fit draw",
          &Options::output, 0, 0, nullptr, Completes::file},
         {"dir", 'd', "FOLDER", "", "",
          "Write below FOLDER, keeping the path below each folder given", "convert fit",
          &Options::folder, 0, 0, nullptr, Completes::folder},
-        {"force", 'f', "", "", "", "Replace files that exist", "convert fit", &Options::force},
+        {"force", 'f', "", "", "", "Replace files that exist", "convert fit draw", &Options::force},
         {"to", 't', "FORMAT", "", "", "Write this format", "convert", &Options::to, 0, 0,
          output_formats},
+        {"to", 't', "FORMAT", "", "", "Write this format", "draw", &Options::to, 0, 0,
+         picture_formats},
+        {"size", 0, "WxH", "mm, pixels in png", "",
+         "Make the picture this large, for instance 180x120; without it 240 mm wide, or 1417 "
+         "pixels "
+         "in png, and as high as its content",
+         "draw", &Options::size},
         {"points", 0, "N", "", "", "Write N new points on the curve through those of the file",
          "convert", &Options::points, 6, 1e6},
         {"spacing", 0, "NAME", "", "curvature", "Spread the new points like this", "convert",

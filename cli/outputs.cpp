@@ -41,6 +41,12 @@ std::string without_ending(const std::string& path) {
     return is_ending ? path.substr(0, point) : path;
 }
 
+std::string two_on_standard_output(const Options& options) {
+    return options.output == "-" && options.json
+               ? "--json and --output - would both fill standard output"
+               : std::string();
+}
+
 std::string name_outputs(const Options& options, const std::vector<Input>& inputs,
                          const std::string& ending, std::vector<std::string>& names) {
     if (options.output.empty() == options.folder.empty())
@@ -51,10 +57,8 @@ std::string name_outputs(const Options& options, const std::vector<Input>& input
         if (inputs.size() > 1)
             return "--output takes one input, here are " + std::to_string(inputs.size()) +
                    "; --dir FOLDER takes many";
-        if (options.output == "-" && options.json)
-            return "--json and --output - would both fill standard output";
         names.assign(inputs.size(), options.output);
-        return {};
+        return two_on_standard_output(options);
     }
     const std::string folder = options.folder.back() == '/' ? options.folder : options.folder + '/';
     for (const Input& input : inputs) {
@@ -128,6 +132,15 @@ Outputs plan_outputs(const Options& options, const std::vector<Input>& inputs,
         return outputs;
     outputs.refusal = find_clash(inputs, outputs.names);
     if (outputs.refusal.empty())
+        outputs.refusal = find_existing(options, inputs, outputs.names);
+    return outputs;
+}
+
+Outputs plan_one_output(const Options& options, const std::vector<Input>& inputs) {
+    if (options.output.empty())
+        return {{}, "where to write? --output OUT names the file"};
+    Outputs outputs = {{options.output}, two_on_standard_output(options)};
+    if (outputs.refusal.empty() && options.output != "-")
         outputs.refusal = find_existing(options, inputs, outputs.names);
     return outputs;
 }

@@ -24,6 +24,9 @@ struct Outputs {
 Outputs plan_outputs(const Options& options, const std::vector<Input>& inputs,
                      const std::string& ending);
 
+/// The one output of all inputs, Options::output. Refused as above, but for several inputs.
+Outputs plan_one_output(const Options& options, const std::vector<Input>& inputs);
+
 /// Writes a whole file; folders that are missing below Options::folder are made.
 /// @return why it could not be written, empty when it was
 std::string write_output(const std::string& name, const QByteArray& bytes, bool make_folders);

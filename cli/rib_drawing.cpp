@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "cli/rib_drawing.h"
 
+#include "cli/application.h"
 #include "cli/findings.h"
 #include "cli/given_section.h"
 #include "cli/shown.h"
@@ -9,38 +10,12 @@
 #include "drawings/strokes.h"
 #include "drawings/svg.h"
 
-#include <QGuiApplication>
-
 namespace cli {
 
 namespace {
 
 using tables::Finding;
 using tables::Gravity;
-
-// Fonts need an application object; the platform without a display will do.
-void make_application() {
-    if (QCoreApplication::instance())
-        return;
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    static int count = 1;
-    static char name[] = "aerolith-cli";
-    static char* names[] = {name, nullptr};
-    // What it says of folders that a desktop would have is of no use here.
-    const QtMessageHandler before =
-        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    // Never deleted: at the end of the process its fonts are gone before it.
-    static const auto* const application = new QGuiApplication(count, names);
-    Q_UNUSED(application)
-    qInstallMessageHandler(before);
-}
-
-QString base_name(const std::string& path) {
-    if (path == "-")
-        return {};
-    const std::string name = path.substr(path.rfind('/') + 1);
-    return QString::fromStdString(shown(name.substr(0, name.rfind('.'))));
-}
 
 // A name in a list is below the folder of the list.
 std::string beside(const std::string& list, const std::string& name) {
@@ -94,7 +69,8 @@ std::optional<drawings::Scene> RibDrawer::scene_of(const sections::Section& sect
 RibDrawing RibDrawer::rib_of_file(const Input& input, const QByteArray& bytes) const {
     RibDrawing drawing;
     drawings::RibOptions rib = settings.rib;
-    rib.text = drawings::filled_text(settings.text, base_name(input.path), rib.chord, 1);
+    rib.text = drawings::filled_text(
+        settings.text, QString::fromStdString(shown(base_name(input.path))), rib.chord, 1);
     if (const std::optional<sections::Section> section = section_of(bytes, drawing)) {
         if (std::optional<drawings::Scene> scene = scene_of(*section, rib, drawing))
             write(*scene, drawing);
@@ -122,8 +98,9 @@ QList<Finding> RibDrawer::add_row(const RibRow& row, const std::string& list,
     const std::optional<sections::Section> section = section_of(content.bytes, drawing);
     RibDrawing copy;
     for (int n = 1; section && n <= row.count; ++n) {
-        rib.text = drawings::filled_text(row.text.value_or(settings.text), base_name(row.file),
-                                         rib.chord, n);
+        rib.text =
+            drawings::filled_text(row.text.value_or(settings.text),
+                                  QString::fromStdString(shown(base_name(row.file))), rib.chord, n);
         const std::optional<drawings::Scene> scene =
             scene_of(*section, rib, n == 1 ? drawing : copy);
         if (!scene)

@@ -28,6 +28,10 @@ ExitCode refuse(Console& console, const std::string& where, const std::string& r
     return ExitCode::usage;
 }
 
+QByteArray json_line(const QJsonObject& object) {
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
 QByteArray json_line(const Input& input, const QJsonObject& results) {
     QJsonObject object = results;
     const std::string name = shown(input.path);
@@ -35,7 +39,7 @@ QByteArray json_line(const Input& input, const QJsonObject& results) {
     if (name != input.path)
         object.insert(QStringLiteral("path_hex"),
                       QString::fromLatin1(QByteArray::fromStdString(input.path).toHex()));
-    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+    return json_line(object);
 }
 
 // One run of a verb over all its inputs.
@@ -64,8 +68,10 @@ public:
             reference = inputs.front();
             inputs.erase(inputs.begin());
         }
-        if (!work->ending().empty()) {
-            Outputs planned = plan_outputs(options, inputs, work->ending());
+        if (!work->ending().empty() || work->makes_one_output()) {
+            Outputs planned = work->makes_one_output()
+                                  ? plan_one_output(options, inputs)
+                                  : plan_outputs(options, inputs, work->ending());
             if (!planned.refusal.empty())
                 return planned.refusal;
             outputs = std::move(planned.names);
@@ -82,6 +88,8 @@ public:
         run_in_order<Outcome>(
             inputs.size(), jobs, [&](std::size_t i) { return outcome_of(i); },
             [&](std::size_t i, Outcome& outcome) { return take(i, outcome); });
+        if (work->makes_one_output())
+            finish();
         if (options.json)
             console.out("\n]\n");
         console.err(wrapped(work->summary(), console.streams().width, 0));
@@ -103,52 +111,71 @@ private:
 
     Outcome outcome_of(std::size_t i) const {
         const Input& input = inputs[i];
-        Source source{input, {}, shown(input.path), outputs.empty() ? std::string() : outputs[i]};
+        Source source{input, {}, shown(input.path), output_of(i)};
         try {
             Content content = read_input(input, console.streams().in);
             if (!content.error.empty())
                 return work->unreadable(source, content.error);
             source.bytes = content.bytes;
             Outcome outcome = work->process(source);
-            write(source, outcome);
+            write(source.output, outcome);
             return outcome;
         } catch (const std::bad_alloc&) {
             return work->unreadable(source, "memory is too small for it");
         }
     }
 
-    void write(const Source& source, Outcome& outcome) const {
-        if (!outcome.output || source.output == "-")
+    // Empty for none.
+    std::string output_of(std::size_t i) const {
+        return outputs.empty() || work->makes_one_output() ? std::string() : outputs[i];
+    }
+
+    void write(const std::string& output, Outcome& outcome) const {
+        if (!outcome.output || output == "-")
             return;
-        const std::string error =
-            write_output(source.output, *outcome.output, !options.folder.empty());
+        const std::string error = write_output(output, *outcome.output, !options.folder.empty());
         outcome.output.reset();
         if (error.empty())
             return;
         outcome.failed = true;
         outcome.text.clear();
-        outcome.notes += shown(source.output) + ": " + error + "\n";
+        outcome.notes += shown(output) + ": " + error + "\n";
         outcome.json.insert(QStringLiteral("error"), QString::fromStdString(error));
     }
 
     bool take(std::size_t i, Outcome& outcome) {
-        failed = failed || outcome.failed;
         work->collect(outcome);
-        console.err(outcome.notes);
-        const bool is_file_on_out = outcome.output.has_value();
-        if (is_file_on_out)
-            console.out({outcome.output->constData(), std::size_t(outcome.output->size())});
-        if (options.json) {
-            const QByteArray line = json_line(inputs[i], outcome.json);
-            console.out((i == 0 ? "\n" : ",\n") + line.toStdString());
-        } else if (is_file_on_out) {
-            console.err(outcome.text);
-        } else {
-            console.out(outcome.text);
-        }
+        print(outcome, i == 0, json_line(inputs[i], outcome.json));
         console.progress(i + 1, inputs.size());
         // Files are written on also when nobody hears of it.
         return !console.failed() || !outputs.empty();
+    }
+
+    void finish() {
+        Outcome outcome;
+        try {
+            outcome = work->finish(outputs.front());
+            write(outputs.front(), outcome);
+        } catch (const std::bad_alloc&) {
+            outcome = {};
+            outcome.failed = true;
+            outcome.notes = shown(outputs.front()) + ": memory is too small for it\n";
+        }
+        print(outcome, false, json_line(outcome.json));
+    }
+
+    void print(const Outcome& outcome, bool is_first, const QByteArray& json) {
+        failed = failed || outcome.failed;
+        console.err(outcome.notes);
+        if (outcome.output)
+            console.out({outcome.output->constData(), std::size_t(outcome.output->size())});
+        const bool is_file_on_out = outcome.output || (!outputs.empty() && outputs.front() == "-");
+        if (options.json)
+            console.out((is_first ? "\n" : ",\n") + json.toStdString());
+        else if (is_file_on_out)
+            console.err(outcome.text);
+        else
+            console.out(outcome.text);
     }
 
     const Options& options;

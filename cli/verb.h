@@ -19,6 +19,7 @@
 #include <QByteArray>
 #include <QJsonObject>
 
+#include <any>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,6 +35,7 @@ struct Outcome {
     bool failed = false; ///< The run ends with 1.
     std::optional<QByteArray> output{}; ///< What is to be written, for a verb that writes files.
     std::string summary_key{};          ///< Under which collect() may count it.
+    std::any kept{};                    ///< What collect() may keep of it.
 };
 
 /// One input as a verb gets it.
@@ -68,6 +70,12 @@ public:
     /// The ending of outputs below a folder, with its point; empty for a verb that writes no
     /// file for each input.
     virtual std::string ending() const { return {}; }
+
+    /// Whether all inputs together give one output, which finish() makes.
+    virtual bool makes_one_output() const { return false; }
+
+    /// The output of all inputs that were collected, for a verb that makes one.
+    virtual Outcome finish(const std::string& /*output*/) const { return {}; }
 
     /// Works on one input. Called on several threads at a time; throws nothing but what memory
     /// throws.

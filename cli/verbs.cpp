@@ -7,12 +7,13 @@ namespace cli {
 extern const Verb verb_check;
 extern const Verb verb_compare;
 extern const Verb verb_convert;
+extern const Verb verb_draw;
 extern const Verb verb_fit;
 extern const Verb verb_measure;
 
 const std::vector<const Verb*>& verbs() {
-    static const std::vector<const Verb*> table = {&verb_check, &verb_convert, &verb_compare,
-                                                   &verb_measure, &verb_fit};
+    static const std::vector<const Verb*> table = {&verb_check,   &verb_convert, &verb_compare,
+                                                   &verb_measure, &verb_fit,     &verb_draw};
     return table;
 }
 

@@ -99,13 +99,16 @@ class Road(unittest.TestCase):
         for verb, *more in (["check"], ["convert", "-d", "out"],
                             ["convert", "-d", "out", "-f", "--to", "spl"],
                             ["measure", "--at", "0,20,100", "--chord", "2850"],
-                            ["compare", "--align", "--tolerance", "0.001", sample]):
+                            ["compare", "--align", "--tolerance", "0.001", sample],
+                            ["draw", "-o", "picture.svg"]):
             schema = json.loads((SOURCES / f"docs/schemas/{verb}.json").read_text())
             jsonschema.Draft7Validator.check_schema(schema)
             run = self.run_cli(verb, "--json", *more, "in", "missing", str(SOURCES / "samples"))
             lines = run.stdout.decode().splitlines()
             self.assertEqual((lines[0], lines[-1]), ("[", "]"))
-            self.assertEqual(len(lines), 2 + 4 + 1 + len(os.listdir(SOURCES / "samples")))
+            # For draw another one says what became of the picture.
+            count = 4 + len(os.listdir(SOURCES / "samples")) + (verb == "draw")
+            self.assertEqual(len(lines), 2 + 1 + count)
             jsonschema.validate(json.loads(run.stdout), schema)
             with self.assertRaises(jsonschema.ValidationError):
                 jsonschema.validate([{**json.loads(run.stdout)[0], "more": 1}], schema)
