@@ -20,5 +20,5 @@ take() {
 }
 take template template
 take symmetric symmetric
-take zoomed nose
+take nose nose
 take section section

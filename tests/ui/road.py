@@ -358,9 +358,25 @@ class Road:
         self.desk.drag([self.at(0.5, 0.0), self.at(0.45, 0.05), self.at(0.4, 0.1)], button=2)
         self.drawing.pan = tuple(a - b for a, b in zip(self.at(0.4, 0.1), self.at(0.5, 0.0)))
         self.expect("panned", self.markers, self.curve)
+        self.whole()
+        self.expect("double-clicked", self.markers, self.curve)
+
+    def whole(self):
         self.desk.click(*self.at(0.5, 0.3), times=2)
         self.drawing.zoom, self.drawing.pan, self.drawing.selected = 1.0, (0.0, 0.0), -1
-        self.expect("double-clicked", self.markers, self.curve)
+
+    def nose(self):
+        """The nose as large as it gets, in the middle of the picture's height."""
+        self.desk.click(*self.at(0.5, 0.3), button=4, times=18)
+        self.drawing.zoom = 4.0
+        rise = 3 * self.map.yc // 4
+        for _ in range(4):
+            start = self.at(0.5, -0.2)
+            self.desk.drag([start, (start[0], start[1] - rise // 2), (start[0], start[1] - rise)],
+                           button=2)
+        self.drawing.pan = (0.0, -4.0 * rise)
+        self.expect("nose", self.markers, self.curve)
+        self.whole()
 
     def targets_over_template(self):
         """Control points such that the curve follows the template, x kept, in chord units."""
@@ -389,12 +405,12 @@ class Road:
             for x, y in map(self.map.chord, self.drawing.curve()) if 0.02 < x < 0.98)
         if self.worst > 0.01:
             raise Failure(f"the curve is {self.worst} chords off the template")
-        for y, text, leave in ((22, "12.5", "Tab"), (52, "30", "Return")):
+        for y, text, leave in ((22, "1.1", "Tab"), (52, "4.25", "Return")):
             self.desk.click(self.x + 75, self.y + y)
             self.desk.key("Control_L+a")
             self.desk.type(text)
             self.desk.key(leave)
-        self.drawing.startVent, self.drawing.endVent = 12.5, 30.0
+        self.drawing.startVent, self.drawing.endVent = 1.1, 4.25
         self.expect("openings", self.markers, self.curve, self.openings)
 
     def turn_and_thicken(self):
@@ -455,6 +471,7 @@ def play(arguments, out, home):
         road.save_and_check("over-template")
         road.unselect()
         road.expect("section", road.markers, road.curve, road.openings)
+        road.nose()
         road.turn_and_thicken()
         road.save_and_check("turned")
         road.leave()
