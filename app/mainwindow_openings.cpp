@@ -55,11 +55,11 @@ void MainWindow::mark_openings_unedited() {
 }
 
 void MainWindow::setupEditO1_O2() {
-    const auto shown = [](double value) {
+    const auto two_decimals = [](double value) {
         return QStringLiteral("%1").arg(value, 0, 'f', 2, QLatin1Char(' '));
     };
-    O1Edit->setText(shown(p->spline.startVent));
-    O2Edit->setText(shown(p->spline.endVent));
+    O1Edit->setText(two_decimals(p->spline.startVent));
+    O2Edit->setText(two_decimals(p->spline.endVent));
     mark_openings_unedited();
 }
 

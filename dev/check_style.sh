@@ -69,6 +69,9 @@ fi
 shellcheck "${scripts[@]}" || complain "shellcheck"
 desktop-file-validate share/applications/*.desktop || complain "desktop-file-validate"
 report=$(appstreamcli validate --no-net share/metainfo/*.xml) || complain "appstreamcli"$'\n'"$report"
+# Names that stay as they are, a mistyped verb, and short names of variables.
+codespell --ignore-words-list=backround,symetric,symmetri,chek,fro,nd,te,ue "${texts[@]}" ||
+    complain "codespell"
 xmllint --noout share/mime/packages/*.xml || complain "xmllint"
 
 [[ $failed -eq 0 ]] || exit 1

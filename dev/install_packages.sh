@@ -17,7 +17,7 @@ coverage=("${test[@]}" gcovr)
 icons=(librsvg2-bin)
 # Other programs that read drawings.
 readers=("${test[@]}" librsvg2-bin poppler-utils python3-ezdxf)
-style=(appstream clang-format-14 desktop-file-utils git libxml2-utils shellcheck)
+style=(appstream clang-format-14 codespell desktop-file-utils git libxml2-utils shellcheck)
 tidy=(clang-tidy-14 git)
 # Programs that read what is drawn; without them their tests are skipped.
 readers=(librsvg2-bin poppler-utils python3-ezdxf)

@@ -182,7 +182,7 @@ private:
     ChordMapping mapping() const;
     View view() const;
     int selected_point() const;
-    bool refuse_point();
+    bool at_point_limit();
     void tell_point_limit();
     void paint_cursor_position(QPainter* painter);
     void paint_chord_ticks(QPainter* painter);
@@ -193,7 +193,7 @@ private:
     const QPolygonF& template_outline();
 
     int settling_paints = 0;
-    QBasicTimer telling_again;
+    QBasicTimer tooltip_timer;
     bool saved = true;
 
     // What painting keeps of the template. The polygons share their data with the

@@ -42,12 +42,12 @@ void EditSpline::MovePoint(int dx, int dy) {
     repaint();
 }
 
-bool EditSpline::refuse_point() {
+bool EditSpline::at_point_limit() {
     if (p->spline.point_count() < MAXNUMPOINTS)
         return false;
     tell_point_limit();
     // The focus comes back from the menu later, and hides every tool tip.
-    telling_again.start(refocus_time, this);
+    tooltip_timer.start(refocus_time, this);
     return true;
 }
 
@@ -57,11 +57,11 @@ void EditSpline::tell_point_limit() {
 }
 
 void EditSpline::timerEvent(QTimerEvent* event) {
-    if (event->timerId() != telling_again.timerId()) {
+    if (event->timerId() != tooltip_timer.timerId()) {
         QWidget::timerEvent(event);
         return;
     }
-    telling_again.stop();
+    tooltip_timer.stop();
     tell_point_limit();
 }
 
@@ -75,7 +75,7 @@ void EditSpline::New_Point_Insert(QPoint P) {
         Append_New_Point(P);
         return;
     }
-    if (refuse_point())
+    if (at_point_limit())
         return;
     curPnt = QPointF(lastPos);
     const QPointF newPnt = 0.5 * (curPnt + spline.CP[i_pnt + 1]);
@@ -90,7 +90,7 @@ void EditSpline::New_Point_Insert(QPoint P) {
 void EditSpline::Append_New_Point(QPoint P) {
     SplineFoil& spline = p->spline;
     const int count = spline.point_count();
-    if (selected_point() > 0 || refuse_point())
+    if (selected_point() > 0 || at_point_limit())
         return;
     curPnt = QPointF(P);
     spline.num_pnt = count + 1;

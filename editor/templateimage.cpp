@@ -113,7 +113,7 @@ void TemplateImage::paint(QPainter* painter, const QPolygonF& outline) {
         kept = picture;
         draw(painter, outline);
     }
-    shown = picture.transform;
+    last_transform = picture.transform;
 }
 
 void TemplateImage::draw(QPainter* painter, const QPolygonF& outline, const QRectF& part) {
@@ -131,7 +131,7 @@ void TemplateImage::draw(QPainter* painter, const QPolygonF& outline, const QRec
         draw_in_runs(painter, outline, within);
 }
 
-bool TemplateImage::differ_by_shift(const Picture& a, const Picture& b) {
+bool TemplateImage::same_but_shifted(const Picture& a, const Picture& b) {
     return a.outline.constData() == b.outline.constData() && a.outline.size() == b.outline.size() &&
            a.pen == b.pen && a.transform.m11() == b.transform.m11() &&
            a.transform.m22() == b.transform.m22() &&
@@ -146,20 +146,20 @@ bool TemplateImage::crosses_edges(const Picture& picture) {
 // Once a picture that crosses the edges stands still, an image of just what the device
 // shows spares the crossings.
 bool TemplateImage::holds(const QPainter& painter, const Picture& picture) const {
-    if (image.isNull() || !differ_by_shift(kept, picture))
+    if (image.isNull() || !same_but_shifted(kept, picture))
         return false;
     if (whole)
-        return !crosses_edges(picture) || picture.transform != shown;
+        return !crosses_edges(picture) || picture.transform != last_transform;
     return picture.transform == kept.transform &&
            image.rect().contains(shown_part(painter, picture.bounds.toAlignedRect()));
 }
 
 bool TemplateImage::make(const QPainter& painter, const Picture& picture) {
-    if (!differ_by_shift(kept, picture))
+    if (!same_but_shifted(kept, picture))
         return false;
     const QRect bounds = picture.bounds.toAlignedRect();
     QRect held = bounds;
-    const bool stands_still = picture.transform == shown;
+    const bool stands_still = picture.transform == last_transform;
     whole = pixel_count(bounds.size()) <= most_pixels && !(stands_still && crosses_edges(picture));
     if (!whole) {
         held = shown_part(painter, bounds);

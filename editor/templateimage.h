@@ -35,7 +35,7 @@ private:
     };
 
     static void draw(QPainter* painter, const QPolygonF& outline, const QRectF& part = {});
-    static bool differ_by_shift(const Picture& a, const Picture& b);
+    static bool same_but_shifted(const Picture& a, const Picture& b);
     static QRegion crossings(const Picture& picture, QRect device);
     static bool crosses_edges(const Picture& picture);
     bool holds(const QPainter& painter, const Picture& picture) const;
@@ -48,7 +48,7 @@ private:
     // Device pixel of the image's first pixel, at the transform of the kept picture.
     QPoint origin;
     // Transform of the picture that was painted last.
-    QTransform shown;
+    QTransform last_transform;
     // Whether the image holds the whole picture, and not only what the device shows of it.
     bool whole = false;
 };

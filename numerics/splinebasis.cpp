@@ -52,12 +52,12 @@ void SplineBasis::set_knots(int point_count, int degree, const double* knots) {
     count = point_count;
     curve_degree = degree;
     std::copy(knots, knots + knot_count, knot);
-    tabulated = is_regular();
+    tabulated = can_be_tabulated();
     if (tabulated)
         tabulate();
 }
 
-bool SplineBasis::is_regular() const {
+bool SplineBasis::can_be_tabulated() const {
     if (curve_degree != DEGREE2)
         return false;
     const int last = count + DEGREE2;

@@ -35,7 +35,7 @@ private:
         int end;
     };
 
-    bool is_regular() const;
+    bool can_be_tabulated() const;
     void tabulate();
     void tabulate_span(int span, int begin, int end);
     QPolygonF sample_generally(const QPointF* points) const;
