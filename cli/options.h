@@ -36,6 +36,7 @@ struct Options {
     std::string to;     ///< Format of the outputs; empty: told from the name of the one output.
     std::string output; ///< Name of the one output, "-" for standard output.
     std::string folder; ///< Folder of the outputs.
+    std::string report; ///< Name of the page of all results; empty for none.
     bool force = false; ///< Existing files may be replaced.
 
     /// New points on the curve, 0 for those of the file; of a fit the control points, 0 for as

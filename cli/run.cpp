@@ -7,6 +7,7 @@
 #include "cli/jobs.h"
 #include "cli/outputs.h"
 #include "cli/parse.h"
+#include "cli/report.h"
 #include "cli/shown.h"
 #include "cli/verb.h"
 
@@ -76,7 +77,7 @@ public:
                 return planned.refusal;
             outputs = std::move(planned.names);
         }
-        return {};
+        return plan_report();
     }
 
     ExitCode execute() {
@@ -92,11 +93,42 @@ public:
             finish();
         if (options.json)
             console.out("\n]\n");
+        write_report();
         console.err(wrapped(work->summary(), console.streams().width, 0));
         return failed || console.failed() ? ExitCode::failure : ExitCode::success;
     }
 
 private:
+    std::string plan_report() {
+        if (options.report.empty())
+            return options.force && work->ending().empty() ? "--force belongs to --report" : "";
+        std::vector<std::string> read = {options.files_from};
+        for (const Input& input : inputs)
+            read.push_back(input.path);
+        if (reference)
+            read.push_back(reference->path);
+        report.emplace(work->report_style());
+        return report_refusal(options, read, outputs);
+    }
+
+    void write_report() {
+        if (!report)
+            return;
+        // Below --dir, whose folders may be those of the first output.
+        const bool makes_folder =
+            !options.folder.empty() && options.report.find('/') != std::string::npos;
+        std::string error;
+        try {
+            error = write_output(options.report, report->bytes(), makes_folder);
+        } catch (const std::bad_alloc&) {
+            error = "memory is too small for it";
+        }
+        if (error.empty())
+            return;
+        failed = true;
+        console.err(shown(options.report) + ": " + error + "\n");
+    }
+
     // Whether there is something to hold the inputs against.
     bool take_reference() {
         const std::string name = shown(reference->path);
@@ -145,10 +177,12 @@ private:
 
     bool take(std::size_t i, Outcome& outcome) {
         work->collect(outcome);
+        if (report)
+            report->add(shown(inputs[i].path), outcome);
         print(outcome, i == 0, json_line(inputs[i], outcome.json));
         console.progress(i + 1, inputs.size());
         // Files are written on also when nobody hears of it.
-        return !console.failed() || !outputs.empty();
+        return !console.failed() || !outputs.empty() || report;
     }
 
     void finish() {
@@ -184,6 +218,7 @@ private:
     std::optional<Input> reference;
     std::vector<Input> inputs;
     std::vector<std::string> outputs;
+    std::optional<Report> report;
     bool failed = false;
 };
 

@@ -49,6 +49,7 @@ SectionFile read_section_file(const QByteArray& bytes, const tables::ReadOptions
     file.kind = kind_name(table.kind);
     file.points = int(table.points.size());
     file.openings = table.openings;
+    file.outline = table.points;
     return file;
 }
 

@@ -20,6 +20,7 @@ struct SectionFile {
     QString kind;   ///< "section", "single-skin" or "flat"; empty for a bad file.
     int points = 0; ///< Of the outline, or control points.
     std::optional<tables::Openings> openings;
+    QPolygonF outline;      ///< Of a table that was read.
     QStringList candidates; ///< Of an ambiguous table.
 };
 

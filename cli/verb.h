@@ -15,6 +15,7 @@
 
 #include "cli/inputs.h"
 #include "cli/options.h"
+#include "cli/report_row.h"
 
 #include <QByteArray>
 #include <QJsonObject>
@@ -36,6 +37,7 @@ struct Outcome {
     std::optional<QByteArray> output{}; ///< What is to be written, for a verb that writes files.
     std::string summary_key{};          ///< Under which collect() may count it.
     std::any kept{};                    ///< What collect() may keep of it.
+    std::optional<ReportRow> row{};     ///< For a report; none where there are no results.
 };
 
 /// One input as a verb gets it.
@@ -86,6 +88,10 @@ public:
 
     /// Sees each outcome in the order of the inputs, before it is printed.
     virtual void collect(const Outcome& /*outcome*/) {}
+
+    /// What its report looks like; asked only with Options::report, by which process() knows
+    /// that rows are wanted.
+    virtual ReportStyle report_style() const { return {}; }
 
     /// Whole lines on standard error when all is done, empty for none.
     virtual std::string summary() const { return {}; }

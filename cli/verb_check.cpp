@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // What each file is, and what the window makes of it.
 #include "cli/findings.h"
+#include "cli/report_rows.h"
 #include "cli/section_file.h"
 #include "cli/shown.h"
 #include "cli/verb.h"
@@ -54,6 +55,8 @@ public:
         doubtful += outcome.json[QStringLiteral("doubtful")].toBool() ? 1 : 0;
     }
 
+    ReportStyle report_style() const override { return check_style(); }
+
     std::string summary() const override {
         std::string text = std::to_string(files) + (files == 1 ? " file: " : " files: ");
         bool first = true;
@@ -90,6 +93,8 @@ private:
         outcome.text += finding_lines(source.name, judged.findings);
         outcome.json = json_of(file);
         outcome.json.insert(QStringLiteral("doubtful"), is_doubtful);
+        if (!options.report.empty())
+            outcome.row = check_row(file, source.bytes);
         return outcome;
     }
 

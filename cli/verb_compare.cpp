@@ -3,6 +3,7 @@
 #include "cli/findings.h"
 #include "cli/given_section.h"
 #include "cli/lengths.h"
+#include "cli/report_rows.h"
 #include "cli/shown.h"
 #include "cli/verb.h"
 #include "sections/compare.h"
@@ -36,6 +37,8 @@ public:
 
     bool has_reference() const override { return reference.section.has_value(); }
 
+    ReportStyle report_style() const override { return compare_style(lengths, options.tolerance); }
+
     Outcome process(const Source& source) const override {
         const GivenSection given = given_section(source.bytes, reading);
         Outcome outcome;
@@ -51,6 +54,9 @@ public:
         outcome.failed = outcome.failed || missed;
         outcome.text = text_of(c, missed, source.name);
         put_numbers(c, missed, outcome.json);
+        if (!options.report.empty())
+            outcome.row =
+                compare_row(c, *reference.section, *given.section, lengths, options.tolerance);
         return outcome;
     }
 

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The best spline over each table.
 #include "cli/findings.h"
+#include "cli/report_rows.h"
 #include "cli/shown.h"
 #include "cli/verb.h"
 #include "document/splinebytes.h"
@@ -55,6 +56,8 @@ public:
 
     std::string ending() const override { return ".spl"; }
 
+    ReportStyle report_style() const override { return fit_style(request.tolerance); }
+
     Outcome process(const Source& source) const override {
         Outcome outcome;
         const tables::Table table = table_of(source.bytes);
@@ -82,6 +85,8 @@ public:
         outcome.output = spline_bytes(record);
         outcome.text = text_of(source, fit);
         put_numbers(fit, outcome.json);
+        if (!options.report.empty())
+            outcome.row = fit_row(fit, table.points, request.tolerance);
         outcome.json.insert(QStringLiteral("output"), QString::fromStdString(shown(source.output)));
         if (shown(source.output) != source.output)
             outcome.json.insert(
