@@ -24,7 +24,7 @@ const std::vector<Layout>& layouts() {
 Outline side_of(const Sheet& sheet, int first, int last, int step, int y) {
     Outline side;
     side.points.reserve(last - first + 1);
-    side.lines.reserve(std::size_t(last - first + 1));
+    side.lines.reserve(std::size_t(side.points.capacity()));
     for (int i = 0; i <= last - first; ++i) {
         const int row = step > 0 ? first + i : last - i;
         const QPointF point = sheet.point(row, 0, y);

@@ -94,7 +94,7 @@ Rise rise_of_sides(const QPolygonF& points, const Bounds& bounds) {
     constexpr double near = 0.0125;
     constexpr double steep = 0.6;
     const double nose = points[bounds.nose].y();
-    double rises[2][3];
+    double rises[2][3] = {};
     for (const int side : {0, 1}) {
         Side walk(points, bounds.nose, side == 0 ? -1 : 1);
         int station = 0;
