@@ -101,7 +101,7 @@ public:
 private:
     std::string plan_report() {
         if (options.report.empty())
-            return options.force && work->ending().empty() ? "--force belongs to --report" : "";
+            return options.force && outputs.empty() ? "--force belongs to --report" : "";
         std::vector<std::string> read = {options.files_from};
         for (const Input& input : inputs)
             read.push_back(input.path);

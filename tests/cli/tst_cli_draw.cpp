@@ -74,6 +74,9 @@ void tst_cli_draw::each_format() {
     // The same by its format as by its ending, and the same again.
     QCOMPARE(draw({"a.dat", "b.dat", "-o", "other", "--to", format.toStdString()}).code, 0);
     QCOMPARE(file_bytes("other"), bytes);
+    put_file("other", "old");
+    QCOMPARE(draw({"a.dat", "b.dat", "-f", "-o", "other", "-t", format.toStdString()}).code, 0);
+    QCOMPARE(file_bytes("other"), bytes);
     QCOMPARE(files_here(), Words({"a.dat", "b.dat", "other", name}));
 }
 
