@@ -105,11 +105,14 @@ std::string manual_page() {
         if (is_common(option))
             page += option_entry(option);
     }
-    page += ".SH \"EXIT STATUS\"\n"
-            ".TP\n.B 0\nAll well.\n"
-            ".TP\n.B 1\nA file is doubtful, bad or unreadable, or an output failed.\n"
-            ".TP\n.B 2\nWrong usage; nothing was written.\n"
-            ".SH \"SEE ALSO\"\n.BR aerolith (1),\n.I /usr/share/doc/aerolith/file\\-formats.md\n";
+    page +=
+        ".SH \"EXIT STATUS\"\n"
+        ".TP\n.B 0\nAll well.\n"
+        ".TP\n.B 1\nA file is doubtful, bad or unreadable, or an output failed.\n"
+        ".TP\n.B 2\nWrong usage; nothing was written.\n"
+        ".SH \"SEE ALSO\"\n.BR aerolith (1)\n"
+        ".PP\nThe user guide and the file formats stand in share/doc/aerolith below the prefix\n"
+        "of the installation, which is /usr for the package.\n";
     return page;
 }
 

@@ -1,6 +1,7 @@
 # SPDX-FileCopyrightText: Aerolith developers
 # What is installed beside the programs, and the package made of it.
 find_program(GZIP_PROGRAM gzip REQUIRED)
+find_program(CMARK_PROGRAM cmark-gfm REQUIRED)
 
 install(DIRECTORY share/icons/hicolor DESTINATION ${CMAKE_INSTALL_DATADIR}/icons)
 install(FILES share/applications/org.kavrund.Aerolith.desktop
@@ -9,9 +10,29 @@ install(FILES share/metainfo/org.kavrund.Aerolith.metainfo.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES share/mime/packages/org.kavrund.Aerolith.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
-install(FILES share/copyright docs/user-guide.md docs/file-formats.md docs/read_spline.py
-  docs/fit.md docs/measures.md docs/ribs.md
+set(documents user-guide file-formats measures fit ribs)
+list(TRANSFORM documents PREPEND docs/ OUTPUT_VARIABLE document_sources)
+list(TRANSFORM document_sources APPEND .md)
+install(FILES share/copyright ${document_sources} docs/read_spline.py
   DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
+# The same documents as pages. Links between them lead to the pages.
+set(pages)
+file(MAKE_DIRECTORY "${PROJECT_BINARY_DIR}/share")
+foreach(document IN LISTS documents)
+  set(page "${PROJECT_BINARY_DIR}/share/${document}.html")
+  add_custom_command(OUTPUT "${page}"
+    COMMAND sh -c "{ cat \"$1\" && \"$0\" -e table \"$2\" | sed -E 's/(href=\"[a-z-]+)\\.md\"/\\1.html\"/g' && echo '</body></html>'; } > \"$3\""
+      "${CMARK_PROGRAM}" "${PROJECT_SOURCE_DIR}/share/page_head.html"
+      "${PROJECT_SOURCE_DIR}/docs/${document}.md" "${page}"
+    DEPENDS "${PROJECT_SOURCE_DIR}/docs/${document}.md"
+      "${PROJECT_SOURCE_DIR}/share/page_head.html" VERBATIM)
+  list(APPEND pages "${page}")
+endforeach()
+add_custom_target(document_pages DEPENDS ${pages})
+add_dependencies(aerolith document_pages)
+install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR})
+
 install(FILES docs/images/template.png docs/images/symmetric.png docs/images/nose.png
   docs/images/measures-section.svg docs/images/measures-nose.svg docs/images/measures-tail.svg
   docs/images/measures-mouth.svg

@@ -4,7 +4,7 @@
 # With all of them there it asks neither the network nor for rights.
 set -euo pipefail
 
-build=(cmake g++ libcli11-dev libeigen3-dev libpolyclipping-dev ninja-build qt6-base-dev)
+build=(cmake cmark-gfm g++ libcli11-dev libeigen3-dev libpolyclipping-dev ninja-build qt6-base-dev)
 # What it takes to run the program in a real window without a display.
 window=(fonts-dejavu-core libxtst6 openbox python3 x11-utils xdotool xvfb)
 # Desktops with Wayland alone need Qt's plugin for it.
@@ -15,8 +15,6 @@ bench=("${build[@]}" python3-numpy)
 test=("${build[@]}" "${window[@]}" locales python3-jsonschema python3-numpy python3-scipy)
 coverage=("${test[@]}" gcovr)
 icons=(librsvg2-bin)
-# Other programs that read drawings.
-readers=("${test[@]}" librsvg2-bin poppler-utils python3-ezdxf)
 style=(appstream clang-format-14 codespell desktop-file-utils git libxml2-utils shellcheck)
 tidy=(clang-tidy-14 git)
 # Programs that read what is drawn; without them their tests are skipped.
