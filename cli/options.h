@@ -50,7 +50,13 @@ struct Options {
     std::vector<double> openings; ///< None, or O-1 and O-2 in percent of the chord.
     std::vector<int> lep_points;  ///< None, or the counts of a paragliding profile.
 
-    std::string size; ///< Of a picture, "WxH"; empty: see the table.
+    /// @name Pictures
+    /// @{
+    std::string size; ///< "WxH"; empty: as high as the content.
+    bool nose = false;
+    bool deviation = false;
+    bool curvature = false;
+    /// @}
 
     /// @name Drawings of ribs
     /// @{

@@ -58,6 +58,13 @@ const std::vector<Option>& option_table() {
          "pixels "
          "in png, and as high as its content",
          "draw", &Options::size},
+        {"nose", 0, "", "", "", "Draw the noses enlarged too", "draw", &Options::nose},
+        {"deviation", 0, "", "", "",
+         "Draw the distances of all others from the first file too, stretched 50 times", "draw",
+         &Options::deviation},
+        {"curvature", 0, "", "", "",
+         "Draw the curvature too, as combs; those of splines have steps at the knots", "draw",
+         &Options::curvature},
         {"points", 0, "N", "", "", "Write N new points on the curve through those of the file",
          "convert", &Options::points, 6, 1e6},
         {"spacing", 0, "NAME", "", "curvature", "Spread the new points like this", "convert",

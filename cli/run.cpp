@@ -63,6 +63,9 @@ public:
             return options.files.empty() && options.files_from.empty() ? "no files given"
                                                                        : "no files found";
         inputs = std::move(found.all);
+        refusal = work->refusal_of(inputs.size());
+        if (!refusal.empty())
+            return refusal;
         if (work->takes_reference()) {
             if (inputs.size() < 2 || inputs.front().path != options.files.front())
                 return "expected a reference, which is a file, and further files";

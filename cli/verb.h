@@ -59,6 +59,9 @@ public:
     /// Why the options cannot be taken together; empty when they can.
     virtual std::string refusal() const { return {}; }
 
+    /// Why the options cannot be taken for that many inputs; empty when they can.
+    virtual std::string refusal_of(std::size_t /*inputs*/) const { return {}; }
+
     /// Whether the first input is what the others are held against, and is not worked on itself.
     virtual bool takes_reference() const { return false; }
 

@@ -75,6 +75,15 @@ public:
         return {};
     }
 
+    std::string refusal_of(std::size_t inputs) const override {
+        if (options.deviation && inputs < 2)
+            return "--deviation takes two files or more";
+        if (inputs > drawings::most_pictured)
+            return std::to_string(inputs) + " files; the most in one picture are " +
+                   std::to_string(drawings::most_pictured);
+        return {};
+    }
+
     bool makes_one_output() const override { return true; }
 
     Outcome process(const Source& source) const override {
@@ -94,9 +103,10 @@ public:
     }
 
     void collect(const Outcome& outcome) override {
-        const auto* one = std::any_cast<Drawn>(&outcome.kept);
-        if (one && drawn.size() <= drawings::most_pictured)
+        if (const auto* one = std::any_cast<Drawn>(&outcome.kept))
             drawn.push_back(*one);
+        else if (drawn.empty())
+            first_missing = true;
     }
 
     Outcome finish(const std::string& output) const override {
@@ -115,11 +125,14 @@ public:
         };
         if (drawn.empty())
             return refuse("no section to draw");
-        if (drawn.size() > drawings::most_pictured)
-            return refuse("more than " + std::to_string(drawings::most_pictured) + " sections");
+        if (options.deviation && (first_missing || drawn.size() < 2))
+            return refuse("no two sections, the first file one of them, for --deviation");
         drawings::PictureOptions wanted;
         if (size)
             wanted.size = *size / unit();
+        wanted.nose = options.nose;
+        wanted.deviation = options.deviation;
+        wanted.curvature = options.curvature;
         const drawings::PictureResult picture = drawings::picture(pictured(), wanted);
         if (!picture.scene)
             return refuse(picture.reason.toStdString());
@@ -133,6 +146,8 @@ public:
         outcome.json.insert(QStringLiteral("height"), std::round(made.height()));
         outcome.json.insert(QStringLiteral("unit"), QString::fromLatin1(sizes.unit));
         outcome.json.insert(QStringLiteral("sections"), int(drawn.size()));
+        if (options.deviation)
+            put_distances(picture.distances, outcome);
         return outcome;
     }
 
@@ -161,6 +176,23 @@ private:
         return result.reason.toStdString();
     }
 
+    void put_distances(const std::vector<drawings::Farthest>& distances, Outcome& outcome) const {
+        QJsonArray array;
+        for (std::size_t i = 0; i < distances.size(); ++i) {
+            const drawings::Farthest& farthest = distances[i];
+            const std::string path = shown(drawn[i + 1].path);
+            const QString side = farthest.upper ? QStringLiteral("upper") : QStringLiteral("lower");
+            outcome.text += "  farthest " + right_column(fixed(farthest.distance, 6), 9) +
+                            " chord at " + right_column(percent(farthest.station), 8) + " of the " +
+                            side.toStdString() + " side  " + path + "\n";
+            array.append(QJsonObject{{QStringLiteral("path"), QString::fromStdString(path)},
+                                     {QStringLiteral("farthest"), farthest.distance},
+                                     {QStringLiteral("station"), 100.0 * farthest.station},
+                                     {QStringLiteral("side"), side}});
+        }
+        outcome.json.insert(QStringLiteral("distances"), array);
+    }
+
     // Base names, or paths where two of them are the same.
     std::vector<drawings::Pictured> pictured() const {
         std::map<std::string, int> counts;
@@ -183,6 +215,7 @@ private:
     const std::optional<QSizeF> size;
     tables::ReadOptions reading;
     std::vector<Drawn> drawn;
+    bool first_missing = false;
 };
 
 } // namespace
@@ -192,9 +225,11 @@ const Verb verb_draw = {
     "draw",
     "draws sections one over the other as svg, pdf or png",
     "FILE...",
-    "Draws all files into one picture, in units of the chord, with a legend and the ends of each "
-    "intake.",
-    "draw samples/naca-0012-outline.dat samples/naca-4412-cambered.dat --output two.svg",
+    "Draws all files, at most 24, into one picture: the sections one over the other in units of "
+    "the chord, tables in blue and splines in red as in the window, further ones in other colours "
+    "and all with other dashes, the ends of each intake, and a legend. Needs no display. Pixels of "
+    "png are 1/150 inch.",
+    "draw wing.dat wing.spl --deviation --output wing.svg",
     [](const Options& options) -> std::unique_ptr<Work> { return std::make_unique<Draw>(options); },
 };
 

@@ -2,8 +2,7 @@
 #include "drawings/picture.h"
 
 #include "drawings/numbers.h"
-#include "drawings/outline.h"
-#include "drawings/plot.h"
+#include "drawings/picture_plots.h"
 #include "drawings/textwidth.h"
 
 #include <algorithm>
@@ -22,77 +21,8 @@ constexpr double legend_step = 5.2;
 constexpr double sample_length = 16.0;
 constexpr double sample_gap = 2.0;
 constexpr double column_gap = 6.0;
-constexpr double mark_radius = 0.9;
-
-constexpr double chord_margin = 0.02; // fractions of the chord
-constexpr double least_half_range = 0.05;
-constexpr double bounds_flatness = 1e-5;
 
 const Look text_look = {"#000000", 0.0, {}, true};
-
-// How the sections of one picture look.
-std::vector<Look> looks_of(const std::vector<Pictured>& pictured) {
-    static const char* const colours[] = {"#007a33", "#8e24aa", "#b35900", "#00707a",
-                                          "#5d4037", "#c2185b", "#404040", "#3949ab"};
-    static const std::vector<double> dashes[] = {{},
-                                                 {4.0, 1.5},
-                                                 {1.0, 1.2},
-                                                 {6.0, 1.2, 1.0, 1.2},
-                                                 {2.2, 1.1},
-                                                 {9.0, 2.0},
-                                                 {5.0, 1.0, 1.0, 1.0, 1.0, 1.0},
-                                                 {3.0, 1.0, 3.0, 1.0, 1.0, 1.0}};
-    constexpr double widths[] = {0.35, 0.6, 0.2};
-    std::vector<Look> looks;
-    bool has_table = false;
-    bool has_spline = false;
-    std::size_t others = 0;
-    for (const Pictured& each : pictured) {
-        bool& has_one = each.section.is_spline ? has_spline : has_table;
-        const char* first = each.section.is_spline ? "#ff0000" : "#0000ff";
-        const std::size_t i = looks.size();
-        looks.push_back({has_one ? colours[others++ % std::size(colours)] : first,
-                         widths[i / std::size(dashes) % std::size(widths)],
-                         dashes[i % std::size(dashes)], false});
-        has_one = true;
-    }
-    return looks;
-}
-
-QRectF with_margin(QRectF range) {
-    range.adjust(-chord_margin, -chord_margin, chord_margin, chord_margin);
-    const double missing = std::max(0.0, least_half_range - 0.5 * range.height());
-    return range.adjusted(0.0, -missing, 0.0, missing);
-}
-
-void put_openings(Scene& scene, const Pictured& pictured, const Look& look) {
-    const FullSize full(pictured.section, 1.0);
-    if (!full.mouth())
-        return;
-    const Look area = {look.colour, 0.0, {}, true};
-    const Look edge = {look.colour, 0.3, {}, false};
-    scene.draw(area, Circle{full.at(full.mouth()->from).point, mark_radius});
-    const QPointF end = full.at(full.mouth()->to).point;
-    scene.draw({"#ffffff", 0.0, {}, true}, Circle{end, mark_radius});
-    scene.draw(edge, Circle{end, mark_radius});
-}
-
-Path outline_of(const sections::Section& section) {
-    Path path = path_of(section.curve);
-    path.closed = true;
-    return path;
-}
-
-Plot sections_plot(const std::vector<Pictured>& pictured, const std::vector<Look>& looks) {
-    Plot plot;
-    plot.title = QStringLiteral("Sections in units of the chord");
-    for (std::size_t i = 0; i < pictured.size(); ++i)
-        plot.content.draw(looks[i], outline_of(pictured[i].section));
-    plot.range = with_margin(bounds(plot.content, bounds_flatness));
-    for (std::size_t i = 0; i < pictured.size(); ++i)
-        put_openings(plot.content, pictured[i], looks[i]);
-    return plot;
-}
 
 QString percent(double value) {
     return QString::fromLatin1(decimal(value, 4));
@@ -101,12 +31,16 @@ QString percent(double value) {
 // The lines of all sections with their names.
 class Legend {
 public:
-    Legend(const std::vector<Pictured>& pictured, const std::vector<Look>& given, double room)
+    Legend(const std::vector<Pictured>& pictured, const std::vector<Look>& given,
+           const std::vector<Farthest>& distances, double room)
         : looks(given) {
         double widest = 0.0;
         const double text_room = room - sample_length - sample_gap;
         for (const Pictured& each : pictured) {
-            const QString rest = rest_of(each.section);
+            QString rest = rest_of(each.section);
+            const auto others = std::size_t(texts.size());
+            if (!distances.empty() && others > 0)
+                rest += QStringLiteral(", farthest ") + distance_text(distances[others - 1]);
             has_openings = has_openings || each.section.openings;
             const double name_room = text_room - width_of(rest, legend_height);
             texts << shortened(shortened(each.name, legend_height, name_room) + rest, legend_height,
@@ -136,8 +70,8 @@ public:
         const QPointF at = corner - QPointF(0.0, double(rows + 1) * legend_step);
         const QPointF mark = at + QPointF(0.0, 0.5 * legend_height);
         const Look edge = {"#000000", 0.3, {}, false};
-        scene.draw(text_look, Circle{mark + QPointF(4.0, 0.0), mark_radius});
-        scene.draw(edge, Circle{mark + QPointF(12.0, 0.0), mark_radius});
+        scene.draw(text_look, Circle{mark + QPointF(4.0, 0.0), opening_radius});
+        scene.draw(edge, Circle{mark + QPointF(12.0, 0.0), opening_radius});
         put_text(scene, at, QStringLiteral("start and end of the intake"));
     }
 
@@ -153,6 +87,15 @@ private:
             rest += QStringLiteral(", intake from ") + percent(section.openings->start) +
                     QStringLiteral(" to ") + percent(section.openings->end) + QStringLiteral(" %");
         return rest;
+    }
+
+    static QString distance_text(const Farthest& farthest) {
+        return QString::number(std::abs(farthest.distance), 'g', 2) +
+               (farthest.distance < 0.0 ? QStringLiteral(" inside at ")
+                                        : QStringLiteral(" outside at ")) +
+               QString::number(100.0 * farthest.station, 'f', 1) +
+               (farthest.upper ? QStringLiteral(" % of the upper side")
+                               : QStringLiteral(" % of the lower side"));
     }
 
     const std::vector<Look>& looks;
@@ -171,11 +114,18 @@ double room_of_title(const Plot& plot, double width) {
 
 PictureResult picture(const std::vector<Pictured>& pictured, const PictureOptions& options) {
     const std::vector<Look> looks = looks_of(pictured);
-    const std::vector<Plot> plots = {sections_plot(pictured, looks)};
+    PictureResult result;
+    std::vector<Plot> plots = {sections_plot(pictured, looks)};
+    if (options.nose)
+        plots.push_back(nose_plot(pictured, looks));
+    if (options.deviation)
+        plots.push_back(deviation_plot(pictured, looks, result.distances));
+    if (options.curvature)
+        plots.push_back(curvature_plot(pictured, looks));
 
     const double width = options.size ? options.size->width() : standard_width;
     const double room = width - 2.0 * margin - gutter;
-    const Legend legend(pictured, looks, room);
+    const Legend legend(pictured, looks, result.distances, room);
     double fixed_height = 2.0 * margin + legend.height();
     double plot_height = 0.0;
     for (const Plot& plot : plots) {
@@ -185,16 +135,17 @@ PictureResult picture(const std::vector<Pictured>& pictured, const PictureOption
     const double height =
         options.size ? options.size->height() : std::ceil(fixed_height + plot_height);
     const double least = fixed_height + double(plots.size()) * least_plot;
-    if (height < least)
-        return {std::nullopt, QStringLiteral("does not fit a height of %1 mm; it takes %2 mm")
-                                  .arg(height)
-                                  .arg(std::ceil(least))};
+    if (height < least) {
+        result.reason = QStringLiteral("does not fit a height of %1 mm; it takes %2 mm")
+                            .arg(height)
+                            .arg(std::ceil(least));
+        return result;
+    }
 
     // Spare room goes to all in equal parts; where there is too little all shrink alike.
     const double spare = height - fixed_height - plot_height;
     const double share = std::max(0.0, spare) / double(plots.size());
     const double shrunk = std::min(1.0, (height - fixed_height) / plot_height);
-    PictureResult result;
     Scene scene;
     scene.page = QRectF(0.0, 0.0, width, height);
     scene.draw({"#ffffff", 0.0, {}, true},
@@ -207,7 +158,8 @@ PictureResult picture(const std::vector<Pictured>& pictured, const PictureOption
         top -= plot_share + tick_room + plot_gap;
     }
     legend.put(scene, {margin + gutter, top});
-    return {std::move(scene), {}};
+    result.scene = std::move(scene);
+    return result;
 }
 
 } // namespace drawings

@@ -26,11 +26,23 @@ inline constexpr std::size_t most_pictured = 24;
 struct PictureOptions {
     /// mm; none: 240 wide and as high as the content.
     std::optional<QSizeF> size;
+    bool nose = false;      ///< A plot of the noses, enlarged.
+    bool deviation = false; ///< One of the distances from the first section, stretched.
+    bool curvature = false; ///< One of the curvatures as combs.
+};
+
+/// Where a section is farthest from the first one of its picture.
+struct Farthest {
+    double distance = 0.0; ///< Fraction of the chord, above 0 where it lies outside of the first.
+    double station = 0.0;  ///< x of the place.
+    bool upper = true;     ///< The side of the place.
 };
 
 struct PictureResult {
     std::optional<Scene> scene; ///< With a page.
     QString reason;             ///< Why there is none; empty when there is one.
+    /// With a plot of distances: of the second and all further sections, in their order.
+    std::vector<Farthest> distances;
 };
 
 /// Draws 1 to most_pictured sections. The first table has the blue and the first spline the red
@@ -38,6 +50,11 @@ struct PictureResult {
 /// Openings are marked on the curve, a filled circle where the intake begins and an empty one
 /// where it ends, and are named in the legend. No two texts overlap: names that are too long
 /// are shortened in their middle.
+///
+/// The plots stand below each other. Distances are those of places of the other sections, 0.0005
+/// of the chord apart, from the same side of the first one, stretched 50 times along the line
+/// to their feet. Combs have teeth across the outline, outwards where it is convex, as long as
+/// the curvature is great; at the knots of a spline, where it jumps, they have a step.
 ///
 /// Refused with a reason: what does not fit the size.
 PictureResult picture(const std::vector<Pictured>& pictured, const PictureOptions& options = {});

@@ -100,7 +100,7 @@ class Road(unittest.TestCase):
                             ["convert", "-d", "out", "-f", "--to", "spl"],
                             ["measure", "--at", "0,20,100", "--chord", "2850"],
                             ["compare", "--align", "--tolerance", "0.001", sample],
-                            ["draw", "-o", "picture.svg"]):
+                            ["draw", "-o", "picture.svg", "--deviation"]):
             schema = json.loads((SOURCES / f"docs/schemas/{verb}.json").read_text())
             jsonschema.Draft7Validator.check_schema(schema)
             run = self.run_cli(verb, "--json", *more, "in", "missing", str(SOURCES / "samples"))

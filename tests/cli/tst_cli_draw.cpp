@@ -8,6 +8,8 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <cmath>
+
 using Words = std::vector<std::string>;
 
 Q_DECLARE_METATYPE(Words)
@@ -41,6 +43,8 @@ private slots:
     void bad_files();
     void no_section();
     void too_many();
+    void deviation();
+    void further_plots();
     void jobs();
 };
 
@@ -224,18 +228,53 @@ void tst_cli_draw::no_section() {
 
 void tst_cli_draw::too_many() {
     const FreshFolder folder;
-    Words arguments = {"-o", "p.svg"};
-    for (int i = 0; i < 25; ++i) {
-        const std::string name = std::to_string(i) + ".dat";
-        put_file(name, plain_table());
-        arguments.push_back(name);
+    for (int i = 0; i < 24; ++i)
+        put_file("in/" + std::to_string(i) + ".dat", plain_table());
+    QCOMPARE(draw({"in", "-o", "p.svg"}).code, 0);
+    const CliRun run = draw({"in", "-", "-o", "q.svg"});
+    QCOMPARE(run.code, 2);
+    QVERIFY2(run.err.startsWith("aerolith-cli draw: 25 files; the most in one picture are 24\n"),
+             run.err.constData());
+    QCOMPARE(file_bytes("q.svg"), QByteArray());
+}
+
+void tst_cli_draw::deviation() {
+    const FreshFolder folder;
+    put_file("a.dat", plain_table());
+    put_file("b.dat", plain_table().replace("0.50000  0.08000", "0.50000  0.08200"));
+    const CliRun run = draw({"a.dat", "b.dat", "-o", "p.svg", "--deviation"});
+    QCOMPARE(run.code, 0);
+    QVERIFY2(run.out.contains("\n  farthest  0.0020"), run.out.constData());
+    QVERIFY2(run.out.endsWith(" of the upper side  b.dat\n"), run.out.constData());
+    const QJsonObject picture =
+        json_of(draw({"b.dat", "a.dat", "-o", "q.svg", "--deviation", "--json"})).last().toObject();
+    const QJsonObject distance =
+        picture.value(QStringLiteral("distances")).toArray().first().toObject();
+    QVERIFY(std::abs(distance.value(QStringLiteral("farthest")).toDouble() + 0.002) < 2e-5);
+    QVERIFY(std::abs(distance.value(QStringLiteral("station")).toDouble() - 50.0) < 1.0);
+    QCOMPARE(distance.value(QStringLiteral("path")).toString(), QStringLiteral("a.dat"));
+
+    QCOMPARE(draw({"a.dat", "-o", "r.svg", "--deviation"}).code, 2);
+    put_file("bad.dat", "nothing");
+    const CliRun bad = draw({"bad.dat", "a.dat", "b.dat", "-o", "r.svg", "--deviation"});
+    QCOMPARE(bad.code, 1);
+    QVERIFY2(bad.err.endsWith("r.svg: no two sections, the first file one of them, for "
+                              "--deviation\n"),
+             bad.err.constData());
+    QCOMPARE(draw({"a.dat", "bad.dat", "-o", "r.svg", "--deviation"}).code, 1);
+    QCOMPARE(file_bytes("r.svg"), QByteArray());
+    QCOMPARE(draw({"a.dat", "bad.dat", "b.dat", "-o", "r.svg", "--deviation"}).code, 1);
+    QVERIFY(!file_bytes("r.svg").isEmpty());
+}
+
+void tst_cli_draw::further_plots() {
+    const FreshFolder folder;
+    const QByteArray plain = draw({"-", "-o", "-"}).out;
+    for (const char* option : {"--nose", "--curvature"}) {
+        const CliRun run = draw({"-", "-o", "-", option});
+        QCOMPARE(run.code, 0);
+        QVERIFY2(run.out.size() > plain.size() + 1000, option);
     }
-    const CliRun run = draw(arguments);
-    QCOMPARE(run.code, 1);
-    QCOMPARE(run.err, QByteArray("p.svg: more than 24 sections\n"));
-    QCOMPARE(file_bytes("p.svg"), QByteArray());
-    arguments.pop_back();
-    QCOMPARE(draw(arguments).code, 0);
 }
 
 void tst_cli_draw::jobs() {

@@ -3,9 +3,11 @@
 #include "drawings/page.h"
 #include "drawings/paint.h"
 #include "drawings/picture.h"
+#include "drawings/picture_plots.h"
 #include "drawings/svg.h"
 #include "drawings/textwidth.h"
 #include "ribs.h"
+#include "sections/compare.h"
 #include "support/testmain.h"
 
 #include <QFontMetricsF>
@@ -107,6 +109,12 @@ private slots:
     void too_small();
     void odd_sections_data();
     void odd_sections();
+    void deviation();
+    void deviation_of_a_fit();
+    void far_apart();
+    void curvature();
+    void curvature_of_a_circle();
+    void nose();
     void same_bytes();
 };
 
@@ -160,7 +168,7 @@ void tst_drawings_picture::texts_apart_data() {
     QTest::addColumn<QSizeF>("size");
     for (int count = 1; count <= 12; ++count) {
         QTest::addRow("%d sections", count) << count << QSizeF();
-        QTest::addRow("%d sections, narrow", count) << count << QSizeF(120.0, 400.0);
+        QTest::addRow("%d sections, narrow", count) << count << QSizeF(120.0, 600.0);
     }
     QTest::newRow("most") << int(most_pictured) << QSizeF();
     QTest::newRow("large") << 12 << QSizeF(2000.0, 2000.0);
@@ -173,6 +181,7 @@ void tst_drawings_picture::texts_apart() {
     if (size.isValid())
         options.size = size;
     for (int turn = 0; turn < 2; ++turn) {
+        options.nose = options.curvature = options.deviation = turn == 1;
         std::vector<Pictured> all;
         for (int i = 0; i < count; ++i) {
             const QString name =
@@ -327,6 +336,149 @@ void tst_drawings_picture::odd_sections() {
     const Path curve = std::get<Path>(elements_of<Path>(*result.scene, "#0000ff").front().shape);
     const QRectF box = flattened(curve, 0.01).boundingRect();
     QVERIFY(box.width() > 10.0 && box.width() < 240.0 && box.height() < 240.0);
+}
+
+// A box of straight lines, 0.2 high, and the same with a roof 0.001 higher and a floor 0.002
+// higher.
+void tst_drawings_picture::deviation() {
+    const auto box = [](double top, double bottom) {
+        return polygon_section({{1.0, top}, {0.0, top}, {0.0, bottom}, {1.0, bottom}});
+    };
+    const std::vector<Pictured> all = {pictured(box(0.1, -0.1), QStringLiteral("first")),
+                                       pictured(box(0.101, -0.098), QStringLiteral("second"))};
+    std::vector<Farthest> distances;
+    const Plot plot = deviation_plot(all, looks_of(all), distances);
+    QCOMPARE(distances.size(), std::size_t(1));
+    QVERIFY(std::abs(distances[0].distance + 0.002) < 1e-9);
+    QVERIFY(!distances[0].upper);
+    QVERIFY(plot.title.contains(QLatin1String("Distances from first, stretched 50 times")));
+
+    std::vector<double> heights;
+    for (const Element& element : elements_of<Path>(plot.content, "#007a33")) {
+        const Path& path = std::get<Path>(element.shape);
+        for (const Segment& segment : path.segments) {
+            if (std::abs(segment.end.x() - 0.5) < 0.01)
+                heights.push_back(segment.end.y());
+        }
+    }
+    QVERIFY(heights.size() > 30);
+    for (const double height : heights)
+        QVERIFY2(std::abs(height - (height > 0.05 ? 0.15 : 0.0)) < 1e-9,
+                 qPrintable(QString::number(height)));
+
+    // Seen from the other one the signs turn.
+    distances.clear();
+    const std::vector<Pictured> turned_round = {all[1], all[0]};
+    deviation_plot(turned_round, looks_of(turned_round), distances);
+    QVERIFY(std::abs(distances[0].distance - 0.002) < 1e-9);
+}
+
+// What compare says of the same sections.
+void tst_drawings_picture::deviation_of_a_fit() {
+    const Pictured first = thin_table(QStringLiteral("table"));
+    const Pictured second =
+        pictured(table_section(naca(0.021, 0.4, 0.118, 30)), QStringLiteral("other"));
+    PictureOptions options;
+    options.deviation = true;
+    const PictureResult result = picture({first, second}, options);
+    const sections::Deviation wanted =
+        sections::compare(first.section, second.section, false).to_reference.greatest();
+    QVERIFY(wanted.greatest != 0.0);
+    QVERIFY(std::abs(result.distances[0].distance - wanted.greatest) <
+            1e-3 * std::abs(wanted.greatest));
+    QVERIFY(std::abs(result.distances[0].station - wanted.station) < 0.005);
+    bool named = false;
+    for (const QString& text : strings_of(*result.scene))
+        named = named || (text.startsWith(QLatin1String("other, table, farthest 0.00")) &&
+                          text.contains(QLatin1String("side at ")));
+    QVERIFY(named);
+}
+
+// The plot ends a quarter of the chord from the first section and says so.
+void tst_drawings_picture::far_apart() {
+    const std::vector<Pictured> all = {
+        thin_table(QStringLiteral("a")),
+        pictured(table_section(naca(0.0, 0.4, 0.4, 30)), QStringLiteral("b"))};
+    std::vector<Farthest> distances;
+    const Plot plot = deviation_plot(all, looks_of(all), distances);
+    QVERIFY(plot.range.height() < 0.8);
+    QVERIFY(plot.title.endsWith(QLatin1String("; some leave the plot")));
+    PictureOptions options;
+    options.deviation = true;
+    const Scene scene = *picture(all, options).scene;
+    QCOMPARE(bounds(scene, 0.01), *scene.page);
+}
+
+// At each knot stand two teeth, as long as the curvature of the pieces that meet there.
+void tst_drawings_picture::curvature() {
+    const std::vector<Pictured> all = {spline(QStringLiteral("s"))};
+    const Plot plot = curvature_plot(all, looks_of(all));
+    QVERIFY(plot.title.contains(QLatin1String("knots")));
+    const sections::Curve& curve = all[0].section.curve;
+    double scale = 0.0;
+    int jumps = 0;
+    for (int i = 0; i + 1 < int(curve.pieces().size()); ++i) {
+        const QPointF knot = curve.position({i, 1.0});
+        std::vector<double> lengths;
+        for (const Element& element : elements_of<Path>(plot.content, "#ff0000")) {
+            const Path& path = std::get<Path>(element.shape);
+            const QPointF tooth = path.segments.back().end - path.start;
+            const QPointF off = path.start - knot;
+            if (path.segments.size() == 1 && std::hypot(off.x(), off.y()) < 1e-9)
+                lengths.push_back(std::hypot(tooth.x(), tooth.y()));
+        }
+        QCOMPARE(lengths.size(), std::size_t(2));
+        const double sides[] = {std::abs(curve.curvature({i, 1.0})),
+                                std::abs(curve.curvature({i + 1, 0.0}))};
+        for (std::size_t side : {0U, 1U}) {
+            if (lengths[side] > 0.1499) // the longest one
+                continue;
+            if (scale == 0.0 && sides[side] > 0.0)
+                scale = lengths[side] / sides[side];
+            QVERIFY(std::abs(lengths[side] - scale * sides[side]) < 1e-9);
+        }
+        jumps += std::abs(lengths[0] - lengths[1]) > 0.005 ? 1 : 0;
+    }
+    QVERIFY(scale > 0.0);
+    QVERIFY(jumps > 1);
+    QCOMPARE(int(elements_of<Dot>(plot.content, "#ff0000").size()), 2 * int(curve.pieces().size()));
+}
+
+// A table of a circle: all teeth are outside and of one length.
+void tst_drawings_picture::curvature_of_a_circle() {
+    const std::vector<Pictured> all = {
+        pictured(table_section(ellipse(400, 1.0)), QStringLiteral("circle"))};
+    const Plot plot = curvature_plot(all, looks_of(all));
+    QVERIFY(!plot.title.contains(QLatin1String("knots")));
+    // Curvature 2: 0.1 in the plot is 2.5, rounded up to 5.
+    QVERIFY2(plot.title.contains(QLatin1String(": 0.1 in the plot is 5 / chord")),
+             qPrintable(plot.title));
+    int teeth = 0;
+    for (const Element& element : elements_of<Path>(plot.content, "#0000ff")) {
+        const Path& path = std::get<Path>(element.shape);
+        if (path.segments.size() != 1)
+            continue;
+        ++teeth;
+        const QPointF tip = path.segments[0].end - QPointF(0.5, 0.0);
+        QVERIFY(std::abs(std::hypot(tip.x(), tip.y()) - 0.54) < 0.002);
+    }
+    QVERIFY(teeth > 100);
+}
+
+void tst_drawings_picture::nose() {
+    const std::vector<Pictured> all = {thin_table(QStringLiteral("t"))};
+    const Plot plot = nose_plot(all, looks_of(all));
+    QVERIFY(plot.range.contains(QPointF(0.0, 0.0)));
+    QVERIFY(plot.range.width() < 0.3);
+    QVERIFY(plot.title.contains(QLatin1String("points of tables")));
+    QCOMPARE(elements_of<Dot>(plot.content, "#0000ff").size(),
+             std::size_t(all[0].section.points.size()));
+    PictureOptions options;
+    options.nose = true;
+    const Scene scene = *picture(all, options).scene;
+    QCOMPARE(bounds(scene, 0.01), *scene.page);
+    QVERIFY(!nose_plot({spline(QStringLiteral("s"))}, looks_of(all))
+                 .title.contains(QLatin1String("points of tables")));
 }
 
 void tst_drawings_picture::same_bytes() {
