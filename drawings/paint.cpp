@@ -95,6 +95,8 @@ QMutex& font_turn() {
 }
 
 void paint(QPainter& painter, const Scene& scene, const QFont& font) {
+    // As in SVG, whatever a text begins with.
+    painter.setLayoutDirection(Qt::LeftToRight);
     for (const Element& element : scene.elements) {
         const Look look = look_of(element);
         painter.setPen(look.filled ? QPen(Qt::NoPen) : pen_of(look));

@@ -91,8 +91,8 @@ private:
 
     static QString distance_text(const Farthest& farthest) {
         return QString::number(std::abs(farthest.distance), 'g', 2) +
-               (farthest.distance < 0.0 ? QStringLiteral(" inside at ")
-                                        : QStringLiteral(" outside at ")) +
+               (farthest.distance < 0.0 ? QStringLiteral(" chord inside at ")
+                                        : QStringLiteral(" chord outside at ")) +
                QString::number(100.0 * farthest.station, 'f', 1) +
                (farthest.upper ? QStringLiteral(" % of the upper side")
                                : QStringLiteral(" % of the lower side"));

@@ -94,7 +94,7 @@ double tooth_scale(const std::vector<std::vector<Root>>& combs) {
         return usual_tooth;
     const auto usual = behind.begin() + std::ptrdiff_t(usual_share * double(behind.size() - 1));
     std::nth_element(behind.begin(), usual, behind.end());
-    constexpr double straight = 1e-3;
+    constexpr double straight = 0.1;
     return rounded_down(usual_tooth / std::max(*usual, straight));
 }
 
