@@ -104,6 +104,11 @@ colours=$(identify -format '%k' "$pictures/installed.png")
 echo "The window has $colours colours."
 [ "$colours" -gt 5 ]
 
+step 'Pictures without a display'
+in_root sh -c 'cd /usr/share/aerolith/samples && for kind in svg pdf png; do
+    aerolith-cli draw naca-0012-outline.dat symmetric.spl --output "/tmp/sections.$kind"
+done'
+
 step 'Removed'
 in_root apt-get -qq purge --autoremove -y aerolith > "$work/purge.log"
 in_root update-mime-database /usr/share/mime
