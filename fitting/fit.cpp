@@ -48,8 +48,12 @@ struct Candidate {
     Deviation deviation;
 };
 
-// From here on a longer search is tried.
+// From here on a longer search is tried, and the longest one with many control points: with few
+// the distance is that of their number.
 constexpr double near = 1e-4;
+constexpr int many_points = 25;
+// Beyond this distance no search helps.
+constexpr double far = 4e-3;
 
 bool holds(const Candidate& candidate) {
     return candidate.deviation.largest_over_tolerance <= usual_tolerance;
@@ -90,13 +94,13 @@ std::optional<Candidate> Fitter::candidate(int count, bool by_tolerance,
 
 // The largest distance is what is minimised. Where it exceeds the tolerance near the nose, the
 // fit that lets it grow behind is tried too. Where it stays large a longer search follows, and the
-// longest one where the tolerance is still missed.
+// longest one where the tolerance is still missed or there are many control points.
 std::optional<Candidate> Fitter::with_points(int count) const {
     std::optional<Candidate> chosen;
     const std::vector<Effort> efforts =
         request.best ? std::vector{Effort::best()}
                      : std::vector{Effort(), Effort::thorough(), Effort::long_search()};
-    bool is_long = request.best;
+    bool is_longer = false;
     for (const Effort& effort : efforts) {
         for (const bool by_tolerance : {false, true}) {
             const std::optional<Candidate> next = candidate(count, by_tolerance, effort);
@@ -107,28 +111,36 @@ std::optional<Candidate> Fitter::with_points(int count) const {
             if (holds(*chosen))
                 break;
         }
-        if (chosen && holds(*chosen) && (chosen->deviation.largest <= near || is_long))
+        if (!chosen || chosen->deviation.largest > far)
             break;
-        is_long = true;
+        const bool is_near = chosen->deviation.largest <= near;
+        if (holds(*chosen) && (is_near || (is_longer && count < many_points)))
+            break;
+        is_longer = true;
     }
     return chosen;
 }
 
 // What a number of control points reaches does not depend on the tolerance, so a wider one never
-// asks for more of them.
+// asks for more of them. Where none holds it, the greatest number gets the longest search.
 std::optional<Candidate> Fitter::with_tolerance() const {
     std::optional<Candidate> chosen;
+    const auto take = [&chosen](const std::optional<Candidate>& next) {
+        if (next && (!chosen || next->deviation.largest_over_tolerance <
+                                    chosen->deviation.largest_over_tolerance))
+            chosen = next;
+    };
+    const auto is_held = [&] {
+        return chosen && chosen->deviation.largest_over_tolerance <= request.tolerance;
+    };
     const Effort effort = request.best ? Effort::thorough() : Effort::without_shakes();
     for (int count = least_points; count <= most_points; ++count) {
-        const std::optional<Candidate> next = candidate(count, true, effort);
-        if (!next)
-            continue;
-        if (!chosen ||
-            next->deviation.largest_over_tolerance < chosen->deviation.largest_over_tolerance)
-            chosen = next;
-        if (chosen->deviation.largest_over_tolerance <= request.tolerance)
-            break;
+        take(candidate(count, true, effort));
+        if (is_held())
+            return chosen;
     }
+    if (chosen && chosen->deviation.largest <= far)
+        take(candidate(most_points, true, Effort::long_search()));
     return chosen;
 }
 

@@ -122,6 +122,7 @@ void describe(Outline& outline) {
     outline.turns = turning_signs(points, noise_factor * outline.noise + least_height);
     outline.reversals = count_reversals(outline.turns);
 
+    const Box box = box_of(as_polygon(points));
     const sections::Curve curve = sections::table_curve(as_polygon(points)).curve;
     for (std::size_t i = 0; i + 1 < points.size(); ++i) {
         Points between;
@@ -130,7 +131,7 @@ void describe(Outline& outline) {
             Point point = points[i] + u * (points[i + 1] - points[i]);
             if (i < curve.pieces().size()) {
                 const QPointF on_curve = curve.pieces()[i].position(u);
-                point = Point(on_curve.x(), on_curve.y());
+                point = Point(std::clamp(on_curve.x(), box.least, box.greatest), on_curve.y());
             }
             between.push_back(point);
         }

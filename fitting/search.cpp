@@ -26,7 +26,7 @@ constexpr Stage last_stages[] = {
     {8.0, strict, even, 20, 1e-3}, {16.0, strict, even, 20, 1e-3}, {32.0, strict, even, 60, 3e-4}};
 
 // Control points may come this much closer than the penalty asks for.
-constexpr double close = 0.97;
+constexpr double close = 0.983;
 constexpr Stage calming = {32.0, 1000.0, even, 40, 1e-3};
 
 // Mean of each value and its neighbours within `reach`.
@@ -98,16 +98,10 @@ std::vector<double> spread(const std::vector<Foot>& feet, const std::vector<doub
 class Shares {
 public:
     std::vector<double> next(int count) {
-        constexpr double pi = 3.14159265358979323846;
-        // A wave along the spline moves control points from one side to the other.
-        const double height = 0.6 * between_plus_minus_one();
-        const double phase = pi * between_plus_minus_one();
-        const double waves = 1 + round % 3;
         const double noise = 0.5 / (1 + round % 4);
         std::vector<double> shares;
         for (int k = 0; k < count; ++k)
-            shares.push_back(std::exp(height * std::cos(2.0 * pi * waves * k / count + phase) +
-                                      noise * between_plus_minus_one()));
+            shares.push_back(std::exp(noise * between_plus_minus_one()));
         ++round;
         return shares;
     }

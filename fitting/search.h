@@ -15,11 +15,11 @@ struct Effort {
     int relocations = 2;
     int shakes = 400; ///< For tables without noise, see exact_noise.
 
-    double least_leg = 0.0052; ///< Kept between neighbouring control points, chord.
+    double least_leg = 0.0051; ///< Kept between neighbouring control points, chord.
 
     static Effort without_shakes() { return {5, 2, 2, 0}; }
     static Effort thorough() { return {7, 3, 12}; }
-    static Effort long_search() { return {7, 4, 60, 400}; }
+    static Effort long_search() { return {7, 4, 120, 400}; }
     static Effort best() { return {7, 4, 60, 400, 5e-4}; }
 };
 
