@@ -25,7 +25,7 @@ QString point_text(QPointF point) {
 
 class Inspection {
 public:
-    explicit Inspection(const Table& table) : kind(table.kind) {
+    explicit Inspection(const Table& table_) : table(table_) {
         double least = table.points.first().x();
         double greatest = least;
         for (const QPointF& point : table.points) {
@@ -35,15 +35,22 @@ public:
         const double width = greatest > least ? greatest - least : 1.0;
         const QPointF origin(least, 0.0);
         rows.reserve(std::size_t(table.points.size()));
-        for (qsizetype i = 0; i < table.points.size(); ++i) {
-            const int line = std::size_t(i) < table.lines.size() ? table.lines[std::size_t(i)] : 0;
+        std::vector<int> repeats;
+        QPointF previous;
+        for (int i = 0; i < int(table.points.size()); ++i) {
             const QPointF point = (table.points[i] - origin) / width;
-            rows.push_back({point, table.points[i], line});
+            if (i > 0 && point == previous)
+                repeats.push_back(i);
+            else
+                rows.push_back({point, i});
+            previous = point;
         }
+        add_each(
+            Gravity::note, repeats, [this](int i) { return line_of(i); },
+            [this](int i) { return QStringLiteral("repeats line %1").arg(line_of(i - 1)); });
     }
 
     QList<Finding> findings() {
-        find_repeats();
         if (find_foreign_end())
             return sorted();
         drop_stray_row();
@@ -52,9 +59,9 @@ public:
             return sorted();
         find_spikes();
         find_gap();
-        if (kind == Kind::section)
+        if (table.kind == Kind::section)
             find_overlap();
-        if (kind != Kind::flat)
+        if (table.kind != Kind::flat)
             find_open_nose();
         return sorted();
     }
@@ -69,18 +76,31 @@ private:
             found.append({gravity, line, text});
     }
 
+    int line_of(int source) const {
+        const auto i = std::size_t(source);
+        return i < table.lines.size() ? table.lines[i] : 0;
+    }
+    int line_of(const OutlineRow& row) const { return line_of(row.source); }
+    QPointF given(const OutlineRow& row) const { return table.points[row.source]; }
+
     // Of many findings of one kind the first ones, and how many there are.
-    template<typename Text>
-    void add_each(Gravity gravity, const std::vector<std::size_t>& indices, Text text) {
+    template<typename Index, typename Line, typename Text>
+    void add_each(Gravity gravity, const std::vector<Index>& indices, Line line, Text text) {
         constexpr std::size_t most_told = 10;
         for (std::size_t i = 0; i < std::min(indices.size(), most_told); ++i)
-            add(gravity, rows[indices[i]].line, text(indices[i]));
+            add(gravity, line(indices[i]), text(indices[i]));
         if (indices.size() > most_told) {
             found.append({gravity, 0,
                           QStringLiteral("%1 more rows like that of line %2")
                               .arg(indices.size() - most_told)
-                              .arg(rows[indices[most_told - 1]].line)});
+                              .arg(line(indices[most_told - 1]))});
         }
+    }
+
+    template<typename Text>
+    void add_each_row(Gravity gravity, const std::vector<std::size_t>& indices, Text text) {
+        add_each(
+            gravity, indices, [this](std::size_t i) { return line_of(rows[i]); }, text);
     }
 
     QList<Finding> sorted() const {
@@ -107,10 +127,10 @@ private:
             const auto end = rows.end() - (at_end ? 1 : 0);
             if (extent(begin, end) < least_share) {
                 const OutlineRow& foreign = at_end ? rows.back() : rows.front();
-                add(Gravity::error, foreign.line,
+                add(Gravity::error, line_of(foreign),
                     QStringLiteral("%1 is in another unit than the other rows, which end at x = %2")
-                        .arg(point_text(foreign.given),
-                             number((at_end ? *(end - 1) : *begin).given.x())));
+                        .arg(point_text(given(foreign)),
+                             number(given(at_end ? *(end - 1) : *begin).x())));
                 return true;
             }
         }
@@ -128,9 +148,9 @@ private:
         const QPointF stray = rows.back().point - last;
         if (std::hypot(stray.x(), stray.y()) > far &&
             std::hypot(last.x() - first.x(), last.y() - first.y()) < near) {
-            add(Gravity::doubt, rows.back().line,
+            add(Gravity::doubt, line_of(rows.back()),
                 QStringLiteral("%1 lies behind the end of the outline")
-                    .arg(point_text(rows.back().given)));
+                    .arg(point_text(given(rows.back()))));
             rows.pop_back();
         }
     }
@@ -147,23 +167,11 @@ private:
         rows.resize(kept);
     }
 
-    void find_repeats() {
-        std::vector<std::size_t> all;
-        for (std::size_t i = 1; i < rows.size(); ++i) {
-            if (rows[i].point == rows[i - 1].point)
-                all.push_back(i);
-        }
-        add_each(Gravity::note, all, [this](std::size_t i) {
-            return QStringLiteral("repeats line %1").arg(rows[i - 1].line);
-        });
-        leave_out(all);
-    }
-
     void find_missing_heights() {
         const std::vector<std::size_t> all = rows_without_height(rows);
-        add_each(Gravity::doubt, all, [this](std::size_t i) {
+        add_each_row(Gravity::doubt, all, [this](std::size_t i) {
             return QStringLiteral("y = 0 between %1 and %2")
-                .arg(number(rows[i - 1].given.y()), number(rows[i + 1].given.y()));
+                .arg(number(given(rows[i - 1]).y()), number(given(rows[i + 1]).y()));
         });
         leave_out(all);
     }
@@ -176,9 +184,9 @@ private:
             distances.push_back(spike.distance);
         }
         std::size_t told = 0;
-        add_each(Gravity::doubt, all, [&](std::size_t i) {
+        add_each_row(Gravity::doubt, all, [&](std::size_t i) {
             return QStringLiteral("%1 lies %2 off the line through its neighbours")
-                .arg(point_text(rows[i].given), QString::number(distances[told++], 'g', 2));
+                .arg(point_text(given(rows[i])), QString::number(distances[told++], 'g', 2));
         });
         leave_out(all);
     }
@@ -186,15 +194,17 @@ private:
     // Leaves out single rows that run back.
     bool is_one_run() {
         const std::vector<std::size_t> all = rows_running_back(rows);
+        if (all.empty())
+            return !find_second_turn();
         OutlineRows before = rows;
         leave_out(all);
         if (find_second_turn())
             return false;
         std::swap(rows, before);
-        add_each(Gravity::doubt, all, [this](std::size_t i) {
+        add_each_row(Gravity::doubt, all, [this](std::size_t i) {
             return QStringLiteral("x = %1 is not between those of its neighbours, %2 and %3")
-                .arg(number(rows[i].given.x()), number(rows[i - 1].given.x()),
-                     number(rows[i + 1].given.x()));
+                .arg(number(given(rows[i]).x()), number(given(rows[i - 1]).x()),
+                     number(given(rows[i + 1]).x()));
         });
         std::swap(rows, before);
         return true;
@@ -204,9 +214,9 @@ private:
         const std::optional<std::size_t> turn = second_turn(rows);
         if (!turn)
             return false;
-        add(Gravity::error, rows[*turn].line,
+        add(Gravity::error, line_of(rows[*turn]),
             QStringLiteral("x turns again at %1; expected one nose")
-                .arg(number(rows[*turn].given.x())));
+                .arg(number(given(rows[*turn]).x())));
         return true;
     }
 
@@ -221,7 +231,7 @@ private:
             [](const OutlineRow& a, const OutlineRow& b) { return a.point.y() < b.point.y(); });
         const double height = high->point.y() - low->point.y();
         if (gap > far && (gap > far_for_its_height * height || std::abs(across.x()) > far_in_x))
-            add(Gravity::doubt, rows.back().line,
+            add(Gravity::doubt, line_of(rows.back()),
                 QStringLiteral("the ends are %1 apart").arg(number(gap)));
     }
 
@@ -230,30 +240,30 @@ private:
         constexpr double trailing_edge = 0.95;
         const Overlap inside = greatest_overlap(rows, 0.0, trailing_edge);
         if (inside.depth > touching) {
-            add(Gravity::error, rows[inside.row].line,
+            add(Gravity::error, line_of(rows[inside.row]),
                 QStringLiteral("the sides cross: the lower one lies %1 above the upper one at "
                                "x = %2")
-                    .arg(number(inside.depth), number(rows[inside.row].given.x())));
+                    .arg(number(inside.depth), number(given(rows[inside.row]).x())));
             return;
         }
         const Overlap behind = greatest_overlap(rows, trailing_edge, 1.0);
         if (behind.depth > touching)
-            add(Gravity::doubt, rows[behind.row].line,
+            add(Gravity::doubt, line_of(rows[behind.row]),
                 QStringLiteral("the sides cross at the trailing edge, by %1 at x = %2")
-                    .arg(number(behind.depth), number(rows[behind.row].given.x())));
+                    .arg(number(behind.depth), number(given(rows[behind.row]).x())));
     }
 
     void find_open_nose() {
         constexpr double least_height = 0.003;
         const NoseGap gap = nose_gap(rows);
         if (gap.height > least_height)
-            add(Gravity::note, rows[gap.row].line,
+            add(Gravity::note, line_of(rows[gap.row]),
                 QStringLiteral("few points at the nose: it turns by %1 degrees in one row, which "
                                "leaves %2 of its shape open")
                     .arg(QString::number(gap.turn, 'f', 0), QString::number(gap.height, 'g', 2)));
     }
 
-    Kind kind;
+    const Table& table;
     OutlineRows rows;
     QList<Finding> found;
 };

@@ -12,11 +12,10 @@
 
 namespace sections {
 
-/// A row of the outline in fractions of the width, with its line in the file.
+/// A row of the outline in fractions of the width.
 struct OutlineRow {
-    QPointF point; ///< In the unit of the width of the outline.
-    QPointF given; ///< As it was read.
-    int line = 0;
+    QPointF point;  ///< In the unit of the width of the outline.
+    int source = 0; ///< Which point of the table it is.
 };
 using OutlineRows = std::vector<OutlineRow>;
 
