@@ -51,7 +51,7 @@ class Contest {
 public:
     void add(const Layout& layout, Success entry) {
         const int rank = entry.reading.rank;
-        if (best && rank < best->reading.rank)
+        if (excludes(rank))
             return;
         if (best && rank == best->reading.rank) {
             if (entry.reading.outline.points != best->reading.outline.points)
@@ -88,6 +88,7 @@ public:
     }
 
     bool is_empty() const { return !best; }
+    bool excludes(int rank) const { return best && rank < best->reading.rank; }
 
 private:
     std::optional<Success> best;
@@ -122,7 +123,8 @@ Attempt attempt(const Sheet& rows, const Sheet* scope, const Head& head, const Q
         for (const Layout& candidate : layouts()) {
             if (!layout.isEmpty() && layout != QLatin1String(candidate.name))
                 continue;
-            if (!whole && choice.sheet.columns() == 2 && candidate.read == read_half)
+            if (candidate.read == read_half &&
+                (choice.sheet.columns() == 2 ? !whole : contest.excludes(leftover_rank)))
                 continue;
             std::optional<Reading> reading = candidate.read(question);
             if (!reading)

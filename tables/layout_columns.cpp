@@ -29,12 +29,12 @@ std::optional<Reading> read_columns(const Question& question) {
     if (sheet.columns() != 3 || question.course.runs.size() != 1 || !begins_at_nose(sheet))
         return std::nullopt;
     const int to_nose = question.course.runs[0].rising ? -1 : 1;
-    const Outline first = side_of(sheet, 0, sheet.rows() - 1, to_nose, 1);
+    Outline first = side_of(sheet, 0, sheet.rows() - 1, to_nose, 1);
     const Outline second = side_of(sheet, 0, sheet.rows() - 1, -to_nose, 2);
     if (!meet(first, second))
         return std::nullopt;
     Reading reading;
-    reading.outline = joined(first, second);
+    reading.outline = joined(std::move(first), second);
     return reading;
 }
 
@@ -65,11 +65,11 @@ std::optional<Reading> read_pairs(const Question& question) {
     if (std::abs(x.least - other.least) > tolerance ||
         std::abs(x.greatest - other.greatest) > tolerance)
         return std::nullopt;
-    const Outline to_nose = side_of(first, 0, first.rows() - 1, a.runs[0].rising ? -1 : 1);
+    Outline to_nose = side_of(first, 0, first.rows() - 1, a.runs[0].rising ? -1 : 1);
     const Outline from_nose = side_of(second, 0, second.rows() - 1, b.runs[0].rising ? 1 : -1);
     if (!meet(to_nose, from_nose))
         return std::nullopt;
-    reading.outline = joined(to_nose, from_nose);
+    reading.outline = joined(std::move(to_nose), from_nose);
     return reading;
 }
 

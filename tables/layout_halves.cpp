@@ -83,7 +83,7 @@ std::optional<Reading> read_half(const Question& question) {
         return std::nullopt;
     std::optional<Reading> reading;
     for (int y = 1; y < sheet.columns(); ++y) {
-        const Outline side =
+        Outline side =
             side_of(sheet, 0, sheet.rows() - 1, question.course.runs[0].rising ? -1 : 1, y);
         if (side.points.size() < 3 || !is_one_side(side))
             continue;
@@ -93,7 +93,8 @@ std::optional<Reading> read_half(const Question& question) {
         const double nose = std::abs(side.points.last().y());
         if (nose > 0.02 || nose > 0.4 * height)
             continue;
-        Outline whole = mirrored(side);
+        const bool is_blunt = has_blunt_nose(side, height);
+        Outline whole = mirrored(std::move(side));
         if (is_refused(whole))
             continue;
         if (reading)
@@ -106,7 +107,7 @@ std::optional<Reading> read_half(const Question& question) {
             reading->findings.append({Gravity::doubt, sheet.line(0),
                                       QStringLiteral("only one side from the trailing edge: half a "
                                                      "section, or the rest is missing")});
-        if (!has_blunt_nose(side, height))
+        if (!is_blunt)
             reading->findings.append(
                 {Gravity::doubt, sheet.line(0),
                  QStringLiteral("sharp at the nose: half a section, or a mean line")});

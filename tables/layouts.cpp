@@ -6,6 +6,15 @@
 
 namespace tables {
 
+namespace {
+
+// To the bit, but for the sign of zero; Qt's operator has a tolerance.
+bool are_same(QPointF a, QPointF b) {
+    return a.x() == b.x() && a.y() == b.y();
+}
+
+} // namespace
+
 const std::vector<Layout>& layouts() {
     static const std::vector<Layout> all = {
         {"lep", "a paragliding profile with its four counts", read_lep},
@@ -23,8 +32,7 @@ const std::vector<Layout>& layouts() {
 
 Outline side_of(const Sheet& sheet, int first, int last, int step, int y) {
     Outline side;
-    side.points.reserve(last - first + 1);
-    side.lines.reserve(std::size_t(side.points.capacity()));
+    side.reserve(last - first + 1);
     for (int i = 0; i <= last - first; ++i) {
         const int row = step > 0 ? first + i : last - i;
         const QPointF point = sheet.point(row, 0, y);
@@ -40,21 +48,24 @@ bool begins_at_nose(const Sheet& sheet) {
 }
 
 Outline joined(Outline to_nose, const Outline& from_nose) {
-    const auto equal = [](QPointF a, QPointF b) { return a.x() == b.x() && a.y() == b.y(); };
     const bool shared = !to_nose.points.isEmpty() && !from_nose.points.isEmpty() &&
-                        equal(to_nose.points.last(), from_nose.points.first());
+                        are_same(to_nose.points.last(), from_nose.points.first());
+    to_nose.reserve(to_nose.points.size() + from_nose.points.size());
     for (int i = shared ? 1 : 0; i < from_nose.points.size(); ++i)
         to_nose.append(from_nose.points[i], from_nose.lines[std::size_t(i)]);
     return to_nose;
 }
 
 Outline mirrored(Outline to_nose) {
-    Outline image;
-    for (int i = int(to_nose.points.size()) - 1; i >= 0; --i) {
+    const int count = int(to_nose.points.size());
+    to_nose.reserve(2 * count);
+    for (int i = count - 1; i >= 0; --i) {
         const QPointF point = to_nose.points[i];
-        image.append({point.x(), 0.0 - point.y()}, to_nose.lines[std::size_t(i)]);
+        const QPointF image = {point.x(), 0.0 - point.y()};
+        if (i < count - 1 || !are_same(point, image))
+            to_nose.append(image, to_nose.lines[std::size_t(i)]);
     }
-    return joined(std::move(to_nose), image);
+    return to_nose;
 }
 
 } // namespace tables

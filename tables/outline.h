@@ -15,6 +15,10 @@ struct Outline {
     QPolygonF points;
     std::vector<int> lines;
 
+    void reserve(qsizetype count) {
+        points.reserve(count);
+        lines.reserve(std::size_t(count));
+    }
     void append(QPointF point, int line) {
         points.append(point);
         lines.push_back(line);

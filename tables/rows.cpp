@@ -42,7 +42,7 @@ Rows rows_of(const QByteArray& utf8) {
             after_gap = true;
             continue;
         }
-        Line line;
+        Line line = {};
         line.number = number;
         line.text = begin;
         line.first = quint32(rows.numbers.size());

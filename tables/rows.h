@@ -19,9 +19,10 @@ struct Line {
     quint32 first = 0; ///< Its first number in Rows::numbers.
     quint16 count = 0; ///< How many numbers.
     LineKind kind = LineKind::text;
-    bool after_gap = false; ///< Blank lines stand before it.
-    bool remark = false;    ///< Words follow the numbers.
+    bool after_gap : 1; ///< Blank lines stand before it.
+    bool remark : 1;    ///< Words follow the numbers.
 };
+static_assert(sizeof(Line) == 16, "files have many lines");
 
 /// The lines of a file.
 struct Rows {
