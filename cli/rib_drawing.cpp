@@ -80,7 +80,7 @@ RibDrawing RibDrawer::rib_of_file(const Input& input, const QByteArray& bytes) c
 
 // What is said of a row is said once, whatever its count.
 QList<Finding> RibDrawer::add_row(const RibRow& row, const std::string& list,
-                                  std::vector<drawings::Scene>& pieces) const {
+                                  Pieces& pieces) const {
     RibDrawing drawing;
     Input input;
     input.path = beside(list, row.file);
@@ -97,15 +97,23 @@ QList<Finding> RibDrawer::add_row(const RibRow& row, const std::string& list,
         return drawing.findings;
     const std::optional<sections::Section> section = section_of(content.bytes, drawing);
     RibDrawing copy;
+    std::optional<drawings::Scene> scene;
     for (int n = 1; section && n <= row.count; ++n) {
-        rib.text =
+        const QString text =
             drawings::filled_text(row.text.value_or(settings.text),
                                   QString::fromStdString(shown(base_name(row.file))), rib.chord, n);
-        const std::optional<drawings::Scene> scene =
-            scene_of(*section, rib, n == 1 ? drawing : copy);
+        if (n == 1 || text != rib.text) {
+            rib.text = text;
+            scene = scene_of(*section, rib, n == 1 ? drawing : copy);
+        }
         if (!scene)
             break;
-        pieces.push_back(*scene);
+        pieces.lines += drawings::line_count(*scene);
+        if (pieces.lines > most_lines) {
+            add_error(drawing, QStringLiteral("more than %1 lines on one sheet").arg(most_lines));
+            break;
+        }
+        pieces.scenes.push_back(*scene);
     }
     return drawing.findings;
 }
@@ -115,17 +123,20 @@ RibDrawing RibDrawer::sheet_of_list(const Input& list, const QByteArray& bytes) 
     drawing.layout = QStringLiteral("ribs");
     const RibList ribs = read_rib_list(bytes);
     drawing.findings = ribs.findings;
-    std::vector<drawings::Scene> pieces;
+    Pieces pieces;
     for (const RibRow& row : ribs.rows) {
         for (const Finding& finding : add_row(row, list.path, pieces))
             drawing.findings.append(
                 {finding.gravity, row.line,
                  QString::fromStdString(shown(row.file)) + QStringLiteral(": ") + finding.text});
+        if (pieces.lines > most_lines)
+            break;
     }
     if (has_error(drawing.findings))
         return drawing;
-    drawing.points = int(pieces.size());
-    drawings::Scene sheet = drawings::on_one_sheet(pieces, settings.gap, settings.output.flatness);
+    drawing.points = int(pieces.scenes.size());
+    drawings::Scene sheet =
+        drawings::on_one_sheet(pieces.scenes, settings.gap, settings.output.flatness);
     write(sheet, drawing);
     return drawing;
 }

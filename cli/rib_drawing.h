@@ -42,10 +42,16 @@ public:
     RibDrawing drawing(const Input& input, const QByteArray& bytes) const;
 
 private:
+    // The ribs of a list so far.
+    struct Pieces {
+        std::vector<drawings::Scene> scenes;
+        std::size_t lines = 0;
+    };
+
     RibDrawing rib_of_file(const Input& input, const QByteArray& bytes) const;
     RibDrawing sheet_of_list(const Input& list, const QByteArray& bytes) const;
     QList<tables::Finding> add_row(const RibRow& row, const std::string& list,
-                                   std::vector<drawings::Scene>& pieces) const;
+                                   Pieces& pieces) const;
     std::optional<sections::Section> section_of(const QByteArray& bytes, RibDrawing& drawing) const;
     std::optional<drawings::Scene> scene_of(const sections::Section& section,
                                             const drawings::RibOptions& rib,

@@ -8,6 +8,7 @@
 #include <QList>
 #include <QString>
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
@@ -31,6 +32,9 @@ struct RibList {
 
 /// The most ribs of a list, all counts together.
 inline constexpr int most_ribs = 2000;
+
+/// The most lines, curves and marks of a sheet; some hundred megabytes.
+inline constexpr std::size_t most_lines = 4000000;
 
 /// Reads rows of "file,chord,text,count,mirror" parted by commas; a field may stand between
 /// double quotes, which are doubled in it. Fields at the end may be missing or empty. Blank

@@ -67,6 +67,10 @@ QString Rib::fault() const {
         return QStringLiteral("coordinates beyond a kilometre");
     if (options.intake == Intake::open && has_allowance())
         return QStringLiteral("an open mouth is for drawing only and has no allowance");
+    if (options.mark_step > 0.0 && full.curve().length() > most_marks * options.mark_step)
+        return QStringLiteral("more than %1 marks").arg(most_marks);
+    if (options.text.size() > longest_text)
+        return QStringLiteral("a text of more than %1 characters").arg(longest_text);
     if (full.mouth())
         return {};
     if (options.intake != Intake::curve)

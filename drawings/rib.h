@@ -33,6 +33,12 @@ struct StationMark {
     double percent = 0.0; ///< Of the chord, in the window's frame.
 };
 
+/// The most marks every step of the surface.
+inline constexpr int most_marks = 10000;
+
+/// The most characters of a text.
+inline constexpr int longest_text = 1000;
+
 struct RibOptions {
     double chord = 0.0;     ///< mm, above 0 and at most 100,000.
     double allowance = 0.0; ///< mm, 0..1000, as the next two; 0: the edge is the curve itself.
@@ -69,7 +75,8 @@ struct RibResult {
 ///   below the rib where that is too small for it.
 ///
 /// Refused with a reason: a mouth wanted open or with an allowance of its own where the section
-/// has none, and an open mouth with allowances.
+/// has none, an open mouth with allowances, more than most_marks, and a text longer than
+/// longest_text.
 RibResult rib(const sections::Section& section, const RibOptions& options);
 
 /// Adds the bar of 100 mm with its text below everything, at the left.

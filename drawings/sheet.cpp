@@ -5,6 +5,15 @@
 
 namespace drawings {
 
+std::size_t line_count(const Scene& scene) {
+    std::size_t count = 0;
+    for (const Element& element : scene.elements) {
+        const auto* path = std::get_if<Path>(&element.shape);
+        count += path ? path->segments.size() : 1;
+    }
+    return count;
+}
+
 Scene on_one_sheet(const std::vector<Scene>& pieces, double gap, double flatness) {
     std::vector<QRectF> boxes;
     double widest = 0.0;

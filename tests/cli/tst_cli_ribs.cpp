@@ -43,6 +43,7 @@ private slots:
     void list_rows();
     void list_faults_data();
     void list_faults();
+    void list_too_large();
     void list_of_noise();
 };
 
@@ -306,6 +307,16 @@ void tst_cli_ribs::list_faults() {
 }
 
 // Any bytes give rows within their limits, or an error.
+// A thousand ribs of almost 10,000 marks each.
+void tst_cli_ribs::list_too_large() {
+    const FreshFolder folder;
+    put_file("a.dat", plain_table());
+    put_file("list.csv", "a.dat,4800,,1000\na.dat,4800,,1000\n");
+    const CliRun run = convert({"--ribs", "list.csv", "-o", "a.svg", "--marks", "1"});
+    QCOMPARE(run.code, 1);
+    QCOMPARE(run.err, QByteArray("list.csv:1: a.dat: more than 4000000 lines on one sheet\n"));
+}
+
 void tst_cli_ribs::list_of_noise() {
     QRandomGenerator random(11);
     const auto alphabet = QByteArrayLiteral("a,\"\n\r0123.e-#yesno \xff\0");

@@ -106,6 +106,7 @@ private slots:
     void both_orders();
     void refused_data();
     void refused();
+    void too_much();
     void scale_bar();
     void filled_data();
     void filled();
@@ -439,6 +440,21 @@ void tst_drawings_rib::refused() {
     const RibResult result = rib(spline_section(hull, 1.1, second_opening), options);
     QVERIFY(!result.scene);
     QTEST(result.reason, "reason");
+}
+
+void tst_drawings_rib::too_much() {
+    RibOptions options = options_with(0.0);
+    options.text = QString(longest_text, u'M');
+    QVERIFY(rib(sample(), options).scene);
+    options.text += u'M';
+    QCOMPARE(rib(sample(), options).reason, QStringLiteral("a text of more than 1000 characters"));
+
+    options = options_with(0.0);
+    const double length = FullSize(sample(), chord).curve().length();
+    options.mark_step = 1.0001 * length / most_marks;
+    QVERIFY(rib(sample(), options).scene);
+    options.mark_step = 0.9999 * length / most_marks;
+    QCOMPARE(rib(sample(), options).reason, QStringLiteral("more than 10000 marks"));
 }
 
 void tst_drawings_rib::scale_bar() {
