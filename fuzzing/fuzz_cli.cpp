@@ -1,128 +1,14 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Random command lines, made from the grammar of the option table, over any bytes as standard
 // input. The first bytes choose the words, up to a null character; the rest is the input.
-#include "cli/documents.h"
-#include "cli/options.h"
-#include "cli/run.h"
+#include "fuzzing/commandlines.h"
 #include "fuzzing/fuzzing.h"
 
 #include <QJsonDocument>
 
 #include <algorithm>
-#include <string>
-#include <vector>
-
-#include <sys/mman.h>
-#include <unistd.h>
 
 namespace {
-
-using Words = std::vector<std::string>;
-
-// The option lines of each verb.
-const std::vector<std::pair<std::string, std::vector<Words>>>& verbs_of_grammar() {
-    static const auto verbs = [] {
-        std::vector<std::pair<std::string, std::vector<Words>>> read;
-        std::string text = cli::grammar();
-        for (std::size_t end = text.find('\n'); end != std::string::npos; end = text.find('\n')) {
-            const Words words = cli::words_of(text.substr(0, end));
-            text.erase(0, end + 1);
-            if (words[0] == "verb")
-                read.push_back({words[1], {}});
-            else
-                read.back().second.push_back(words);
-        }
-        return read;
-    }();
-    return verbs;
-}
-
-// Numbers that the input chooses, 0 when they are used up.
-class Choices {
-public:
-    explicit Choices(const QByteArray& given) : bytes(given) {}
-
-    std::size_t below(std::size_t count) {
-        const std::size_t choice =
-            next < bytes.size() ? static_cast<unsigned char>(bytes[next]) : 0;
-        ++next;
-        return count == 0 ? 0 : choice % count;
-    }
-    bool more() const { return next < bytes.size(); }
-
-private:
-    const QByteArray bytes;
-    qsizetype next = 0;
-};
-
-std::string value_of(const std::string& option, const std::string& form, Choices& choices) {
-    static const Words odd = {"", "-1", "nan", "1e999", "\x1b[2J", "0.5.5", "x", "--"};
-    if (choices.below(16) == 15)
-        return odd[choices.below(odd.size())];
-    const std::string inside = form.substr(1, form.size() - 2);
-    // Nothing is read but standard input, and nothing is written but standard output.
-    if (inside == "file" || inside == "folder")
-        return option == "--output" && choices.below(4) > 0 ? "-" : "/proc/none/x";
-    const std::size_t dots = inside.find("..");
-    if (dots == std::string::npos) {
-        Words words = {""};
-        for (const char c : inside) {
-            if (c == '|')
-                words.emplace_back();
-            else
-                words.back().push_back(c);
-        }
-        const std::string word = words[choices.below(words.size())];
-        // These want an application object of their own.
-        return word == "pdf" || word == "png" ? words.front() : word;
-    }
-    const Words numbers = {inside.substr(0, dots), "1", "2", "5", "9.5", "20", "60", "200"};
-    std::string list = numbers[choices.below(numbers.size())];
-    if (inside.find(',') != std::string::npos) {
-        for (std::size_t i = choices.below(4); i > 0; --i)
-            list += "," + numbers[choices.below(numbers.size())];
-    }
-    return list;
-}
-
-Words command_line(const QByteArray& bytes) {
-    Choices choices(bytes);
-    const auto& verbs = verbs_of_grammar();
-    const auto& [verb, options] = verbs[choices.below(verbs.size())];
-    Words words = {verb, "-"};
-    while (choices.more() && words.size() < 20) {
-        const Words& option = options[choices.below(options.size())];
-        words.push_back(option[0]);
-        for (std::size_t i = 1; i < option.size(); ++i)
-            words.push_back(value_of(option[0], option[i], choices));
-    }
-    return words;
-}
-
-struct Result {
-    int code = 0;
-    QByteArray out;
-    QByteArray err;
-};
-
-Result run(const Words& words, const QByteArray& input) {
-    Result result;
-    cli::Streams streams;
-    streams.in = ::memfd_create("input", MFD_CLOEXEC);
-    REQUIRE(::write(streams.in, input.constData(), std::size_t(input.size())) == input.size());
-    ::lseek(streams.in, 0, SEEK_SET);
-    const auto into = [](QByteArray& bytes) {
-        return [&bytes](std::string_view text) {
-            bytes.append(text.data(), qsizetype(text.size()));
-            return 0;
-        };
-    };
-    streams.out = into(result.out);
-    streams.err = into(result.err);
-    result.code = int(cli::run(words, streams));
-    ::close(streams.in);
-    return result;
-}
 
 bool has(const Words& words, const std::string& word) {
     return std::find(words.begin(), words.end(), word) != words.end();
@@ -133,19 +19,15 @@ bool has(const Words& words, const std::string& word) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const QByteArray bytes(reinterpret_cast<const char*>(data), qsizetype(size));
     const qsizetype end = bytes.indexOf('\0');
-    const Words words = command_line(end < 0 ? bytes : bytes.left(end));
-    const QByteArray input = end < 0 ? QByteArray() : bytes.mid(end + 1);
+    Choices choices(end < 0 ? bytes : bytes.left(end));
+    const auto& verbs = verbs_of_grammar();
+    const auto& [verb, options] = verbs[choices.below(verbs.size())];
+    const Words words = with_options({verb, "-"}, options, choices);
 
-    const Result result = run(words, input);
-    REQUIRE(result.code >= 0 && result.code <= 2);
-    REQUIRE(result.code != 2 || (result.out.isEmpty() && !result.err.isEmpty()));
-    REQUIRE(std::none_of(result.err.begin(), result.err.end(),
-                         [](char c) { return static_cast<unsigned char>(c) < ' ' && c != '\n'; }));
+    const Result result = checked_run(words, end < 0 ? QByteArray() : bytes.mid(end + 1));
     // A value may be one of these words; then nothing is known.
     if (result.code != 2 && has(words, "--json") && !has(words, "--help") &&
         result.out.startsWith('['))
         REQUIRE(QJsonDocument::fromJson(result.out).isArray());
-    const Result again = run(words, input);
-    REQUIRE(again.code == result.code && again.out == result.out && again.err == result.err);
     return 0;
 }

@@ -87,7 +87,24 @@ def command_lines():
                    bytes([verb]) + choices + b"\0" + (data.encode() if isinstance(data, str) else data))
 
 
-for folder, inputs in (("spline", splines()), ("tables", tables()), ("cli", command_lines())):
+def ribs():
+    """Bytes that choose options, a null character, and a list of ribs."""
+    lists = {
+        "row": "@,2850\n",
+        "wing": 'file,chord,text,count,mirror\n@,900,"R {n}, left",2,no\n@,1200.5,,1,yes\n',
+        "no-chord": "@\n",
+        "comments": "# a wing\n\n@,500,R7\n",
+        "faults": '@,nan\n@,5,,0\n@,5,"a\n@,5,,1,maybe\n,,,,,\nnone.dat,5\n',
+        "bounds": "@,0.001\n@,100000\n",
+    }
+    for index, (name, text) in enumerate(lists.items()):
+        for step in range(4):
+            choices = bytes((29 * index + 17 * i * step + step) % 255 + 1 for i in range(4 * step + 1))
+            yield f"{name}-{step}", choices + b"\0" + text.encode()
+
+
+for folder, inputs in (("spline", splines()), ("tables", tables()), ("cli", command_lines()),
+                       ("ribs", ribs())):
     (CORPUS / folder).mkdir(parents=True, exist_ok=True)
     for name, data in inputs:
         (CORPUS / folder / name).write_bytes(data.encode() if isinstance(data, str) else data)
