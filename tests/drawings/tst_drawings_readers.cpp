@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Drawings as other programs read them: ezdxf, librsvg and poppler. Where one is missing its
-// tests are skipped, unless AEROLITH_READERS is set.
+// Drawings as other programs read them: ezdxf, librsvg, Chromium and poppler. Where one is missing
+// its tests are skipped, unless AEROLITH_READERS is set.
 #include "drawings/dxf.h"
 #include "drawings/outline.h"
 #include "drawings/pdf.h"
@@ -104,6 +104,14 @@ Bar longest_bar(const QImage& image) {
     return best;
 }
 
+// Checks that the scale bar at the bottom is 100 mm long at 10 pixels a millimetre.
+void check_bar(const QImage& image) {
+    const Bar bar = longest_bar(
+        image.copy(0, int(0.9 * image.height()), image.width(), int(0.1 * image.height())));
+    QVERIFY2(std::abs(bar.last - bar.first - 1001) <= 2,
+             qPrintable(QString::number(bar.last - bar.first)));
+}
+
 } // namespace
 
 class tst_drawings_readers : public QObject {
@@ -112,6 +120,7 @@ private slots:
     void ezdxf_data();
     void ezdxf();
     void rsvg();
+    void chromium();
     void poppler();
     void poppler_sheets();
 
@@ -220,10 +229,26 @@ void tst_drawings_readers::rsvg() {
     const QImage image(picture);
     const QRectF box = bounds(scene, 0.01);
     QVERIFY(std::abs(image.width() - 10.0 * (box.width() + 10.0)) <= 20.0);
-    const Bar bar = longest_bar(
-        image.copy(0, int(0.9 * image.height()), image.width(), int(0.1 * image.height())));
-    QVERIFY2(std::abs(bar.last - bar.first - 1001) <= 2,
-             qPrintable(QString::number(bar.last - bar.first)));
+    check_bar(image);
+}
+
+// A window of the size of the drawing; 96 of its units are an inch.
+void tst_drawings_readers::chromium() {
+    NEED(has_program("chromium"), "chromium");
+    const Scene scene = full_rib(500.0);
+    const QString path = written("browser.svg", svg(scene));
+    const QString picture = folder.filePath(QStringLiteral("chromium.png"));
+    const QSizeF size = 96.0 / 25.4 * (bounds(scene, 0.01).size() + QSizeF(12.0, 12.0));
+    const Run shown =
+        run(QStringLiteral("chromium"),
+            {QStringLiteral("--headless"), QStringLiteral("--no-sandbox"),
+             QStringLiteral("--disable-gpu"), QStringLiteral("--hide-scrollbars"),
+             QStringLiteral("--force-device-scale-factor=%1").arg(254.0 / 96.0),
+             QStringLiteral("--user-data-dir=") + folder.filePath(QStringLiteral("profile")),
+             QStringLiteral("--window-size=%1,%2").arg(int(size.width())).arg(int(size.height())),
+             QStringLiteral("--screenshot=") + picture, QStringLiteral("file://") + path});
+    QCOMPARE(shown.code, 0);
+    check_bar(QImage(picture));
 }
 
 void tst_drawings_readers::poppler() {
@@ -253,11 +278,7 @@ void tst_drawings_readers::poppler() {
                             {QStringLiteral("-r"), QStringLiteral("254"),
                              QStringLiteral("-singlefile"), QStringLiteral("-png"), path, picture});
     QCOMPARE(painted.code, 0);
-    const QImage image(picture + QStringLiteral(".png"));
-    const Bar bar = longest_bar(
-        image.copy(0, int(0.9 * image.height()), image.width(), int(0.1 * image.height())));
-    QVERIFY2(std::abs(bar.last - bar.first - 1001) <= 2,
-             qPrintable(QString::number(bar.last - bar.first)));
+    check_bar(QImage(picture + QStringLiteral(".png")));
 }
 
 // Two sheets laid on each other at their crosses give the drawing at full size.
