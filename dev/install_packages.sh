@@ -19,6 +19,8 @@ style=(appstream clang-format-14 codespell desktop-file-utils git libxml2-utils 
 tidy=(clang-tidy-14 git)
 # Programs that read what is drawn; without them their tests are skipped.
 readers=(librsvg2-bin poppler-utils python3-ezdxf)
+# The largest of them.
+browser=(chromium)
 ci=("${test[@]}" "${readers[@]}" "${style[@]}" "${tidy[@]}" clang-14 libclang-rt-14-dev llvm-14)
 # What makes the package; the other tools check it.
 deb=("${build[@]}" dpkg-dev file)
@@ -36,6 +38,7 @@ for group in "$@"; do
     coverage) wanted+=("${coverage[@]}") ;;
     icons) wanted+=("${icons[@]}") ;;
     readers) wanted+=("${readers[@]}") ;;
+    browser) wanted+=("${browser[@]}") ;;
     style) wanted+=("${style[@]}") ;;
     tidy) wanted+=("${tidy[@]}") ;;
     ci) wanted+=("${ci[@]}") ;;
