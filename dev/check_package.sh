@@ -105,6 +105,7 @@ echo "The window has $colours colours."
 [ "$colours" -gt 5 ]
 
 step 'Pictures without a display'
+# shellcheck disable=SC2016
 in_root sh -c 'cd /usr/share/aerolith/samples && for kind in svg pdf png; do
     aerolith-cli draw naca-0012-outline.dat symmetric.spl --output "/tmp/sections.$kind"
 done'
