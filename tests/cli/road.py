@@ -255,6 +255,8 @@ class Road(unittest.TestCase):
             runs = [self.run_cli("check", "--json", "in", env=env),
                     self.run_cli("convert", "in/a.dat", "-o", "-", "--openings", "9.5", "20",
                                  env=env)]
+            runs += [self.run_cli("draw", "in/a.dat", "-o", "-", "--to", kind, "--nose", env=env)
+                     for kind in ("svg", "pdf", "png")]
             seen.add(tuple((run.returncode, run.stdout, run.stderr) for run in runs))
         self.assertEqual(len(seen), 1)
         self.assertIn(b"0.75000000", runs[1].stdout)

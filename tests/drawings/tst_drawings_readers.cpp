@@ -4,6 +4,8 @@
 #include "drawings/dxf.h"
 #include "drawings/outline.h"
 #include "drawings/pdf.h"
+#include "drawings/picture.h"
+#include "drawings/png.h"
 #include "drawings/svg.h"
 #include "ribs.h"
 #include "support/testmain.h"
@@ -11,6 +13,7 @@
 #include <QFile>
 #include <QImage>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QStandardPaths>
 #include <QTemporaryDir>
 
@@ -40,6 +43,32 @@ Scene full_rib(double chord) {
     Scene scene = *rib(section(), options).scene;
     add_scale_bar(scene, 0.01);
     return scene;
+}
+
+// A table, a spline and names that are hard to write.
+Scene full_picture() {
+    PictureOptions options;
+    options.nose = options.deviation = options.curvature = true;
+    const sections::Section table = table_section(naca(0.02, 0.4, 0.12, 40), 2.0, 8.0);
+    return *picture({{QStringLiteral(u"Flügel <b>&amp;"), table},
+                     {QStringLiteral("spline"), section()},
+                     {QString::fromUtf8("\xd7\xa6\xd7\x95\xd7\x9c\xd7\x9c\xd7\x9f"), table},
+                     {QString(200, QLatin1Char('W')), table},
+                     {QStringLiteral("tab\tescape\x1b[31m"), table}},
+                    options)
+                .scene;
+}
+
+// The rectangle of pixels that are not white.
+QRect inked(const QImage& image) {
+    QRect ink;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            if (qGray(image.pixel(x, y)) < 200)
+                ink |= QRect(x, y, 1, 1);
+        }
+    }
+    return ink;
 }
 
 struct Run {
@@ -123,6 +152,8 @@ private slots:
     void chromium();
     void poppler();
     void poppler_sheets();
+    void picture_by_rsvg();
+    void picture_by_poppler();
 
 private:
     QString written(const char* name, const QByteArray& bytes) {
@@ -302,6 +333,82 @@ void tst_drawings_readers::poppler_sheets() {
     QVERIFY2(std::abs(right.first - 60) <= 2, qPrintable(QString::number(right.first)));
     QVERIFY2(std::abs(right.last - (100 + 1230)) <= 2, qPrintable(QString::number(right.last)));
     QCOMPARE(left.row, right.row);
+}
+
+// SVG and PNG are the same picture, but for the letters.
+void tst_drawings_readers::picture_by_rsvg() {
+    NEED(has_program("rsvg-convert"), "librsvg2-bin");
+    const Scene scene = full_picture();
+    const QString path = written("picture.svg", svg(scene));
+    const QString rendered = folder.filePath(QStringLiteral("picture.png"));
+    const Run read =
+        run(QStringLiteral("rsvg-convert"), {QStringLiteral("-d150"), QStringLiteral("-p150"), path,
+                                             QStringLiteral("-o"), rendered});
+    QCOMPARE(read.errors, QByteArray());
+    QCOMPARE(read.code, 0);
+    const QImage image = QImage(rendered).convertToFormat(QImage::Format_RGB32);
+    const QImage own = QImage::fromData(png(scene).bytes);
+    QVERIFY(std::abs(image.width() - own.width()) <= 1);
+    QVERIFY(std::abs(image.height() - own.height()) <= 1);
+    const QRect there = inked(image);
+    const QRect here = inked(own);
+    QVERIFY(here.left() > 10 && here.top() > 10);
+    QVERIFY(std::abs(there.left() - here.left()) < 12);
+    QVERIFY(std::abs(there.top() - here.top()) < 12);
+    QVERIFY(std::abs(there.right() - here.right()) < 12);
+    QVERIFY(std::abs(there.bottom() - here.bottom()) < 12);
+    const auto share = [](const QImage& picture) {
+        double ink = 0.0;
+        for (int y = 0; y < picture.height(); ++y) {
+            for (int x = 0; x < picture.width(); ++x)
+                ink += 255 - qGray(picture.pixel(x, y));
+        }
+        return ink / (255.0 * picture.width() * picture.height());
+    };
+    QVERIFY2(std::abs(share(image) / share(own) - 1.0) < 0.1,
+             qPrintable(QString::number(share(image) / share(own))));
+}
+
+// One page of lines and texts, none of which lies on another.
+void tst_drawings_readers::picture_by_poppler() {
+    NEED(has_program("pdftotext"), "poppler-utils");
+    const Scene scene = full_picture();
+    const QString path = written("picture.pdf", pdf(scene).bytes);
+    const Run information = run(QStringLiteral("pdfinfo"), {path});
+    QCOMPARE(information.errors, QByteArray());
+    QVERIFY(information.out.contains("Pages:           1\n"));
+    QVERIFY(!information.out.contains("CreationDate"));
+    QVERIFY2(information.out.contains(" 681 x "), information.out.constData()); // 240 mm in points
+    QCOMPARE(run(QStringLiteral("pdfimages"), {QStringLiteral("-list"), path}).out.count('\n'), 2);
+
+    const QString read = QString::fromUtf8(
+        run(QStringLiteral("pdftotext"), {QStringLiteral("-layout"), path, QStringLiteral("-")})
+            .out);
+    for (const QString& wanted :
+         {QStringLiteral(u"Flügel <b>&amp;, table, intake from 2 to 8 %"),
+          QStringLiteral("spline, spline, intake from 1.1 to 4.25 %"),
+          QStringLiteral("tab escape [31m, table"), QStringLiteral("start and end of the intake")})
+        QVERIFY2(read.contains(wanted), qPrintable(read));
+
+    const QString boxes = QString::fromUtf8(
+        run(QStringLiteral("pdftotext"), {QStringLiteral("-bbox"), path, QStringLiteral("-")}).out);
+    const QRegularExpression word(QStringLiteral(
+        "<word xMin=\"([0-9.]+)\" yMin=\"([0-9.]+)\" xMax=\"([0-9.]+)\" yMax=\"([0-9.]+)\">(.*)<"));
+    std::vector<std::pair<QRectF, QString>> words;
+    auto found = word.globalMatch(boxes);
+    while (found.hasNext()) {
+        const QRegularExpressionMatch match = found.next();
+        const auto number = [&match](int i) { return match.captured(i).toDouble(); };
+        words.emplace_back(QRectF(QPointF(number(1), number(2)), QPointF(number(3), number(4)))
+                               .adjusted(0.2, 0.2, -0.2, -0.2),
+                           match.captured(5));
+    }
+    QVERIFY2(words.size() > 80, qPrintable(boxes));
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        for (std::size_t k = 0; k < i; ++k)
+            QVERIFY2(!words[i].first.intersects(words[k].first),
+                     qPrintable(words[i].second + QStringLiteral(" lies on ") + words[k].second));
+    }
 }
 
 AEROLITH_TEST_MAIN(tst_drawings_readers)
