@@ -7,7 +7,7 @@ const char page_style[] = R"(
 :root {
   color-scheme: light;
   --ink: #1b2430; --soft: #566273; --rule: #d7dde5; --shade: #f3f6f9; --accent: #1f4e8c;
-  font: 15px/1.45 system-ui, -apple-system, "Segoe UI", Roboto, "DejaVu Sans", sans-serif;
+  font: 14px/1.45 system-ui, -apple-system, "Segoe UI", Roboto, "DejaVu Sans", sans-serif;
   color: var(--ink); background: #fff;
 }
 body { margin: 0 auto; max-width: 104rem; padding: 1.5rem clamp(.75rem, 2.5vw, 2.5rem) 3rem; }
@@ -54,7 +54,7 @@ button:enabled { cursor: pointer; }
 
 .scroll { overflow-x: auto; border: 1px solid var(--rule); border-radius: 4px; }
 table { border-collapse: collapse; width: 100%; }
-th, td { padding: .4rem .6rem; text-align: left; vertical-align: middle; border-bottom: 1px solid var(--rule); }
+th, td { padding: .4rem .5rem; text-align: left; vertical-align: middle; border-bottom: 1px solid var(--rule); }
 tbody tr:last-child > * { border-bottom: 0; }
 tbody tr:hover { background: var(--shade); }
 thead th {
@@ -65,7 +65,7 @@ thead button { font-weight: 600; text-align: inherit; }
 thead button:enabled::after { content: "\a0\2195"; color: #6f7b8b; }
 thead [aria-sort=ascending] button::after { content: "\a0\2191"; color: var(--ink); }
 thead [aria-sort=descending] button::after { content: "\a0\2193"; color: var(--ink); }
-tbody th { font-weight: 600; min-width: 12rem; overflow-wrap: anywhere; white-space: pre-wrap; }
+tbody th { font-weight: 600; min-width: 11.5rem; overflow-wrap: anywhere; white-space: pre-wrap; }
 .dir { font-weight: 400; font-size: .87rem; color: var(--soft); }
 .num { text-align: right; font-variant-numeric: tabular-nums; white-space: nowrap; }
 .pic, .pic button { width: 9.5rem; }
@@ -102,7 +102,6 @@ figcaption { color: var(--soft); font-size: .87rem; margin-top: .35rem; display:
 #large-values dd { margin: 0; font-variant-numeric: tabular-nums; }
 
 @media (max-width: 40rem) {
-  :root { font-size: 14px; }
   h1 { font-size: 1.35rem; }
   .facts { display: grid; grid-template-columns: repeat(auto-fill, minmax(6.2rem, 1fr)); }
   .facts div { min-width: 0; padding: .4rem .6rem; }
