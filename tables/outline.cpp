@@ -113,6 +113,21 @@ Rise rise_of_sides(const QPolygonF& points, const Bounds& bounds) {
     return both && low[2] > 0.25 * high[2] && low[2] > 0.01 ? Rise::sharp : Rise::none;
 }
 
+// Whether the end that is taken for the trailing edge is round and closed, and the nose is not.
+bool is_backwards(const QPolygonF& points, const Bounds& bounds, double thickest) {
+    constexpr double near = 0.0125;
+    Side first(points, bounds.nose, -1);
+    Side second(points, bounds.nose, 1);
+    const auto thickness_at = [&](double part) {
+        const double x = bounds.left + part * bounds.width();
+        return std::abs(first.height_at(x) - second.height_at(x));
+    };
+    const double at_nose = thickness_at(near);
+    const double at_end = thickness_at(1.0 - near);
+    const double gap = std::abs(points.first().y() - points.last().y());
+    return at_nose < 0.1 * thickest && at_end > 0.2 * thickest && gap < 0.5 * at_end;
+}
+
 // Whether a lower edge goes up in an arch above the chord, which runs from the nose to the
 // middle of the ends, down again, and up.
 bool has_arches(const QPolygonF& points, int step, const Bounds& bounds) {
@@ -181,6 +196,10 @@ std::optional<Finding> fault_of_sides(const Outline& outline, const Bounds& boun
     case Rise::none:
         break;
     }
+    if (thickest > no_height * bounds.width() && is_backwards(outline.points, bounds, thickest))
+        return Finding{Gravity::doubt, line,
+                       QStringLiteral("sharp at the least x and round at the greatest: x may run "
+                                      "from the trailing edge")};
     return std::nullopt;
 }
 
@@ -243,14 +262,16 @@ Kind kind_of(const Outline& outline) {
 
 bool same_section(const Outline& a, const Outline& b) {
     constexpr double tolerance = 2e-3;
+    constexpr double same_place = 0.05;
     struct Normalised {
         double width;
         Sides sides;
+        double left;
         double nose;
     };
     const auto normalised = [](const Outline& outline) {
         const Bounds bounds = bounds_of(outline.points);
-        return Normalised{bounds.width(), sides_of(outline.points, bounds),
+        return Normalised{bounds.width(), sides_of(outline.points, bounds), bounds.left,
                           outline.points[bounds.nose].y()};
     };
     const auto heights = [](const Normalised& one, std::size_t k) {
@@ -259,6 +280,12 @@ bool same_section(const Outline& a, const Outline& b) {
     };
     const Normalised first = normalised(a);
     const Normalised second = normalised(b);
+    // A flap may have the section of the main element.
+    const bool is_moved =
+        std::abs(first.left / first.width - second.left / second.width) > same_place;
+    const bool is_scaled = std::abs(first.width - second.width) > same_place * first.width;
+    if (is_moved && is_scaled)
+        return false;
     for (std::size_t k = 0; k < stations; ++k) {
         const auto [low, high] = heights(first, k);
         const auto [other_low, other_high] = heights(second, k);

@@ -28,7 +28,7 @@ struct Outline {
 /// What keeps an outline that begins at the trailing edge from being a section: too few
 /// points, ends away from the trailing edge, higher than wide, zigzagging, sides that swap, fall
 /// together, rise together or are farthest apart at an end. A doubt where it may be one after
-/// all. Empty when nothing speaks against it.
+/// all, or one whose nose is at the greatest x. Empty when nothing speaks against it.
 std::optional<Finding> fault_of(const Outline& outline);
 
 /// Whether fault_of() gives an error.
@@ -37,7 +37,8 @@ bool is_refused(const Outline& outline);
 /// The kind of an outline without fault.
 Kind kind_of(const Outline& outline);
 
-/// Whether both are the same section up to place and size, within the rounding of tables.
+/// Whether both are the same section within the rounding of tables, in another place or of another
+/// size. One that is both moved and scaled is another element.
 bool same_section(const Outline& a, const Outline& b);
 
 } // namespace tables

@@ -121,7 +121,7 @@ QByteArray other_quantity(const QByteArray& words) {
             return QByteArray();
         for (const char* other :
              {"cp", "-cp", "cpi", "cpv", "cl", "cd", "cm", "cf", "alpha", "alfa", "mach", "v/v",
-              "ue/vinf", "v/vinf", "u/uinf", "twist", "chord"}) {
+              "ue/vinf", "v/vinf", "u/uinf", "twist", "chord", "camber", "thickness"}) {
             if (name == other)
                 quantity = name;
         }

@@ -29,6 +29,7 @@ private slots:
     void titles();
     void combined_table_counts();
     void slip_is_a_doubt();
+    void nose_at_the_right_is_a_doubt();
 };
 
 void tst_oddities::same_points_data() {
@@ -143,6 +144,16 @@ void tst_oddities::slip_is_a_doubt() {
     QCOMPARE(table.findings.size(), 1);
     QCOMPARE(table.findings[0].gravity, Gravity::doubt);
     QCOMPARE(table.findings[0].line, 4);
+}
+
+void tst_oddities::nose_at_the_right_is_a_doubt() {
+    const QByteArray backwards = "0 0\n0.2 0.02\n0.5 0.05\n0.8 0.06\n0.95 0.04\n0.99 0.02\n1 0\n"
+                                 "0.99 -0.02\n0.95 -0.03\n0.8 -0.03\n0.5 -0.02\n0 0\n";
+    const Table table = read(backwards);
+    QVERIFY(table.readable());
+    QCOMPARE(table.findings.last().gravity, Gravity::doubt);
+    QVERIFY2(table.findings.last().text.contains(QStringLiteral("round at the greatest")),
+             qPrintable(table.findings.last().text));
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_oddities)

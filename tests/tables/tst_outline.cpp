@@ -128,9 +128,12 @@ void tst_outline::kinds() {
 
 void tst_outline::same() {
     const Outline section = outline_of(plain);
-    const Outline moved = outline_of(
-        each(plain, [](QPointF p) { return QPointF(1.5 + 2.5 * p.x(), 2.0 + 2.5 * p.y()); }));
-    QVERIFY(same_section(section, moved));
+    const auto placed = [](double size, QPointF place) {
+        return outline_of(each(plain, [=](QPointF p) { return place + size * p; }));
+    };
+    QVERIFY(same_section(section, placed(1.0, {1.5, 2.0})));
+    QVERIFY(same_section(section, placed(2.5, {0.0, 0.0})));
+    QVERIFY(!same_section(section, placed(0.3, {1.02, -0.05})));
     QVERIFY(same_section(section, outline_of(reversed(plain))));
     QVERIFY(!same_section(section, outline_of(changed(plain, 7, {.7, -.03}))));
 }

@@ -64,6 +64,11 @@ void tst_refusals::refused_data() {
     row("count of a profile", "p\n9\n5\n2\n4\n" + plain, 2, "7 rows");
     row("counts of halves", "D\nN\n0\n3\n4\n0 0\n.1 .05\n.5 .06\n1 0\n0 0\n.1 -.03\n.5 -.02\n1 0\n",
         4, "counts 3 and 4");
+    row("thickness, named", "x camber thickness\n0 0 0\n.1 .01 .08\n.5 .02 .08\n1 0 0\n", 2,
+        "\"thickness\"");
+    const QByteArray flap =
+        "1.4 -.1\n1.2 -.076\n1.04 -.08\n1 -.1\n1.04 -.112\n1.2 -.108\n1.4 -.1\n";
+    row("a flap of the same section", plain + "999.0 999.0\n" + flap, 9, "--element");
     row("two sections", plain + "other\n1 0\n.5 .1\n.1 .07\n0 0\n.1 -.03\n.5 -.02\n1 0\n", 9,
         "--element");
 }
