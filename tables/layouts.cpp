@@ -57,9 +57,9 @@ Outline joined(Outline to_nose, const Outline& from_nose) {
 }
 
 Outline mirrored(Outline to_nose) {
-    const int count = int(to_nose.points.size());
+    const qsizetype count = to_nose.points.size();
     to_nose.reserve(2 * count);
-    for (int i = count - 1; i >= 0; --i) {
+    for (qsizetype i = count - 1; i >= 0; --i) {
         const QPointF point = to_nose.points[i];
         const QPointF image = {point.x(), 0.0 - point.y()};
         if (i < count - 1 || !are_same(point, image))
