@@ -163,11 +163,11 @@ ReportRow fit_row(const fitting::Fit& fit, const QPolygonF& table, double tolera
         return row;
     const QPolygonF points = fitting::in_window_frame(table);
     constexpr double flatness = 5e-5;
-    row.pictures = {
-        pair_picture(points, found.curve.polyline(flatness)),
-        distance_picture(
-            points, found.curve,
-            {{{0.0, tolerance}, {fitting::nose_share, 2.0 * tolerance}, {1.0, 2.0 * tolerance}}})};
+    row.pictures = {pair_picture(points, found.curve.polyline(flatness)),
+                    distance_picture(points, found.curve,
+                                     QPolygonF({QPointF(0.0, tolerance),
+                                                QPointF(fitting::nose_share, 2.0 * tolerance),
+                                                QPointF(1.0, 2.0 * tolerance)}))};
     return row;
 }
 
@@ -258,7 +258,8 @@ ReportRow compare_row(const sections::Comparison& comparison, const sections::Se
         points << turned(point) + shift;
     const double line = tolerance > 0.0 ? tolerance / lengths.length(1.0) : usual_line;
     row.pictures = {pair_picture(reference.points, points),
-                    distance_picture(points, reference.curve, {{{0.0, line}, {1.0, line}}})};
+                    distance_picture(points, reference.curve,
+                                     QPolygonF({QPointF(0.0, line), QPointF(1.0, line)}))};
     return row;
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double units = 10000.0;
 constexpr double farthest = 100.0;
-constexpr double flatness = 0.5 / units;
+constexpr double finest = 0.5 / units;
 constexpr int margin = 120;
 
 double distance_from_edge(QPointF p, QPointF a, QPointF b) {
@@ -82,7 +82,7 @@ void Picture::add(LineKind kind, const QPolygonF& points) {
     Line line;
     line.kind = kind;
     QPoint last;
-    for (const QPointF& point : thinned(points, flatness)) {
+    for (const QPointF& point : thinned(points, finest)) {
         const QPoint here(int(std::lround(units * point.x())),
                           int(std::lround(-units * point.y())));
         const bool first = line.path.isEmpty();
