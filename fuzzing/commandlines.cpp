@@ -26,9 +26,12 @@ std::string value_of(const std::string& option, const std::string& form, Choices
     if (const auto text = texts.find(option); text != texts.end())
         return text->second[choices.below(text->second.size())];
     const std::string inside = form.substr(1, form.size() - 2);
-    // Nothing is read but standard input, and nothing is written but standard output.
+    // Nothing is read but standard input, and nothing is kept of what is written.
     if (inside == "file" || inside == "folder")
-        return option == "--output" && choices.below(4) > 0 ? "-" : "/proc/none/x";
+        return choices.below(4) == 0  ? "/proc/none/x"
+               : option == "--output" ? "-"
+               : option == "--report" ? "/dev/null"
+                                      : "/proc/none/x";
     const std::size_t dots = inside.find("..");
     if (dots == std::string::npos) {
         Words words = {""};
