@@ -58,12 +58,12 @@ std::optional<sections::Section> RibDrawer::section_of(const QByteArray& bytes,
 std::optional<drawings::Scene> RibDrawer::scene_of(const sections::Section& section,
                                                    const drawings::RibOptions& rib,
                                                    RibDrawing& drawing) const {
-    const drawings::RibResult result = drawings::rib(section, rib);
+    drawings::RibResult result = drawings::rib(section, rib);
     for (const QString& note : result.notes)
         drawing.findings.append({Gravity::note, 0, note});
     if (!result.scene)
         add_error(drawing, result.reason);
-    return result.scene;
+    return std::move(result.scene);
 }
 
 RibDrawing RibDrawer::rib_of_file(const Input& input, const QByteArray& bytes) const {

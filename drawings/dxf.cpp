@@ -37,7 +37,7 @@ private:
         out.append(line, sizeof line).append(value).append('\n');
     }
     void group(int code, int value) { group(code, QByteArray::number(value)); }
-    void number(int code, double mm) { group(code, decimal(mm * scale, 6)); }
+    void number(int code, double mm) { group(code, Decimal(mm * scale, 6).text()); }
     void point(int code, QPointF p) {
         number(code, p.x());
         number(code + 10, p.y());
@@ -132,8 +132,9 @@ private:
         group(66, 1);
         point(10, {0.0, 0.0});
         group(70, path.closed ? 1 : 0);
+        const QByteArray vertex = "  0\nVERTEX\n  8\n" + layer + '\n';
         for (const QPointF& p : points) {
-            start_entity("VERTEX");
+            out += vertex;
             point(10, p);
         }
         group(0, "SEQEND");

@@ -10,25 +10,42 @@
 
 namespace drawings {
 
-/// @p value with a decimal point and at most @p decimals digits behind it, without trailing
-/// zeros and without a negative zero, in every locale.
-/// @param value    finite
-/// @param decimals 0..15
-inline QByteArray decimal(double value, int decimals) {
+/// A number with a decimal point and at most some digits behind it, without trailing zeros and
+/// without a negative zero, in every locale.
+class Decimal {
+public:
+    /// @param value    finite
+    /// @param decimals 0..15
+    Decimal(double value, int decimals) {
+        char* const begin = digits.data();
+        const auto written =
+            std::to_chars(begin, begin + digits.size(), value, std::chars_format::fixed, decimals);
+        end = written.ptr;
+        if (decimals > 0) {
+            while (end[-1] == '0')
+                --end;
+            if (end[-1] == '.')
+                --end;
+        }
+        if (text() == "-0") {
+            digits[0] = '0';
+            --end;
+        }
+    }
+    Decimal(const Decimal&) = delete;
+    Decimal& operator=(const Decimal&) = delete;
+
+    QByteArrayView text() const { return {digits.data(), end}; }
+
+private:
     // Sign, point, and the digits of the largest number and behind it.
     std::array<char, std::numeric_limits<double>::max_exponent10 + 20> digits;
-    char* const begin = digits.data();
-    char* end =
-        std::to_chars(begin, begin + digits.size(), value, std::chars_format::fixed, decimals).ptr;
-    if (decimals > 0) {
-        while (end[-1] == '0')
-            --end;
-        if (end[-1] == '.')
-            --end;
-    }
-    if (end - begin == 2 && begin[0] == '-' && begin[1] == '0')
-        return QByteArrayLiteral("0");
-    return QByteArray(begin, end - begin);
+    char* end = nullptr;
+};
+
+/// The same as bytes.
+inline QByteArray decimal(double value, int decimals) {
+    return Decimal(value, decimals).text().toByteArray();
 }
 
 } // namespace drawings

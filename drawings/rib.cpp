@@ -94,8 +94,8 @@ RibResult Rib::drawn() {
         put_grain(scene, full, *options.grain, options.flatness);
     if (!options.text.isEmpty())
         put_text(scene, full, options.text, options.flatness);
-    result.scene = options.mirror ? mirrored(scene, 0.5 * options.chord) : scene;
-    return result;
+    result.scene = options.mirror ? mirrored(scene, 0.5 * options.chord) : std::move(scene);
+    return std::move(result);
 }
 
 void Rib::put_cut() {
