@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The companion program: reading many tables, and its start.
+// The companion program: reading and measuring many tables, its start, a rib.
 #include "cli/inputs.h"
 #include "harness.h"
+#include "sections/measure.h"
+#include "sections/section.h"
 #include "tables/table.h"
 
 #include <QCoreApplication>
@@ -80,17 +82,20 @@ void compare_reading() {
 }
 
 // Processor time of a run, loading included, seconds; 0 for one that failed.
-double process_seconds(const QString& program) {
+double process_seconds(const QString& program, const QByteArrayList& arguments) {
     const QByteArray path =
         QFile::encodeName(QCoreApplication::applicationDirPath() + QLatin1Char('/') + program);
-    QByteArray argument = "--version";
-    char* const arguments[] = {const_cast<char*>(path.constData()), argument.data(), nullptr};
+    std::vector<char*> words = {const_cast<char*>(path.constData())};
+    for (const QByteArray& argument : arguments)
+        words.push_back(const_cast<char*>(argument.constData()));
+    words.push_back(nullptr);
     posix_spawn_file_actions_t actions;
     ::posix_spawn_file_actions_init(&actions);
-    ::posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    for (const int stream : {STDOUT_FILENO, STDERR_FILENO})
+        ::posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_WRONLY, 0);
     pid_t process = 0;
     const int error =
-        ::posix_spawn(&process, path.constData(), &actions, nullptr, arguments, environ);
+        ::posix_spawn(&process, path.constData(), &actions, nullptr, words.data(), environ);
     ::posix_spawn_file_actions_destroy(&actions);
     int status = 0;
     rusage used = {};
@@ -102,39 +107,81 @@ double process_seconds(const QString& program) {
     return seconds(used.ru_utime) + seconds(used.ru_stime);
 }
 
-void compare_start() {
-    const QString program = QStringLiteral("../aerolith-cli");
-    const QString bare = QStringLiteral("bench_start_bare");
-    const auto start = [](const QString& name) {
+// A run of the companion beside the bare start of a program with its libraries.
+void compare_run(const char* number, const QString& work, const QByteArrayList& arguments,
+                 double goal) {
+    const auto mean = [](const QString& program, const QByteArrayList& words) {
         double sum = 0.0;
         for (int i = 0; i < 20; ++i)
-            sum += process_seconds(name);
+            sum += process_seconds(program, words);
         return sum / 20;
     };
     std::vector<double> ours;
     std::vector<double> theirs;
     std::vector<double> ratios;
     for (int round = 0; round < 21; ++round) {
-        const bool first = round % 2 == 0;
-        const double one = start(first ? program : bare);
-        const double other = start(first ? bare : program);
-        ours.push_back(first ? one : other);
-        theirs.push_back(first ? other : one);
+        const auto run = [&] {
+            ours.push_back(mean(QStringLiteral("../aerolith-cli"), arguments));
+        };
+        if (round % 2 == 0)
+            run();
+        theirs.push_back(mean(QStringLiteral("bench_start_bare"), {}));
+        if (round % 2 != 0)
+            run();
         ratios.push_back(ours.back() / theirs.back());
     }
     if (!(quartiles(ours).low > 0.0) || !(quartiles(theirs).low > 0.0)) {
-        print_note(QStringLiteral("14"), QStringLiteral("start of the companion"),
-                   QStringLiteral("a program failed"));
+        print_note(QString::fromLatin1(number), work, QStringLiteral("a program failed"));
         return;
     }
-    print_row(QStringLiteral("14"), QStringLiteral("aerolith-cli --version : its libraries alone"),
-              times_text(quartiles(ours).median, quartiles(theirs).median), {Goal::at_most, 1.15},
+    print_row(QString::fromLatin1(number), work,
+              times_text(quartiles(ours).median, quartiles(theirs).median), {Goal::at_most, goal},
               quartiles(ratios));
+}
+
+void compare_starts() {
+    compare_run("14", QStringLiteral("aerolith-cli --version : its libraries alone"), {"--version"},
+                1.15);
+    const QTemporaryDir folder;
+    for (const QByteArray format : {"dxf", "svg"}) {
+        compare_run(
+            "15",
+            QStringLiteral("a rib as %1 : its libraries alone").arg(QString::fromLatin1(format)),
+            {"convert", BENCH_RIB, "--force", "--chord", "2850", "--allowance", "10", "--text",
+             "{name} {chord}", "--output",
+             QFile::encodeName(folder.filePath(QStringLiteral("rib."))) + format},
+            1.3);
+    }
+}
+
+// From the points of a table to its measures.
+void measure_tables() {
+    const QTemporaryDir temporary;
+    const QDir folder(temporary.path());
+    write_tables(folder);
+    std::vector<tables::Table> outlines;
+    for (int t = 0; t < table_count; ++t) {
+        QFile file(folder.filePath(QString::number(t)));
+        if (file.open(QIODevice::ReadOnly))
+            outlines.push_back(tables::read(file.readAll()));
+    }
+    std::vector<double> rates;
+    for (int round = 0; round < 5; ++round) {
+        const double seconds = timed([&] {
+            for (const tables::Table& table : outlines)
+                keep(sections::measure(*sections::section_of_table(table).section).length);
+        });
+        rates.push_back(double(outlines.size()) / seconds);
+    }
+    print_note(
+        QStringLiteral("16"), QStringLiteral("measuring tables of 161 rows"),
+        QStringLiteral("%1 a second of one processor").arg(std::round(quartiles(rates).median)));
 }
 
 } // namespace
 
 void bench_companion() {
     compare_reading();
-    compare_start();
+    compare_starts();
+    measure_tables();
 }
