@@ -332,9 +332,13 @@ void tst_drawings_cut::crossing_itself() {
     const RibResult rounded = rib(section(-1e-5), options);
     QVERIFY2(rounded.scene, qPrintable(rounded.reason));
     QCOMPARE(crossings(points_of(*rounded.scene, Layer::cut)), 0);
-    const RibResult crossed = rib(section(-0.05), options);
-    QVERIFY(!crossed.scene);
-    QCOMPARE(crossed.reason, QStringLiteral("an outline that crosses itself"));
+    // Also where the allowance covers the loop.
+    for (const double allowance : {5.0, 100.0}) {
+        options.allowance = allowance;
+        const RibResult crossed = rib(section(-0.05), options);
+        QVERIFY(!crossed.scene);
+        QCOMPARE(crossed.reason, QStringLiteral("an outline that crosses itself"));
+    }
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_drawings_cut)
