@@ -27,12 +27,29 @@ constexpr double sheet_margin = 10.0;
 constexpr double overlap = 4.0;
 constexpr double label_height = 2.5;
 
-// Blanks where the writer names itself and the time, so that no byte moves.
+// Blanks where the writer names itself and the time, so that no byte moves: as many in every time
+// zone, and the places of all that follows in the table at the end moved.
 void clear_information(QByteArray& file) {
+    constexpr qsizetype room = 128;
+    constexpr qsizetype digits = 10;
+    constexpr qsizetype entry = 20;
     const qsizetype start = file.indexOf("1 0 obj\n<<") + 10;
     const qsizetype end = file.indexOf(">>\nendobj", start);
-    if (start >= 10 && end >= 0)
-        std::fill(file.begin() + start, file.begin() + end, ' ');
+    const qsizetype table = file.lastIndexOf("\nxref\n");
+    const qsizetype place = file.lastIndexOf("startxref\n") + 10;
+    if (start < 10 || end < 0 || end - start > room || table < 0 || place < table)
+        return;
+    const qsizetype moved = room - (end - start);
+    const qsizetype place_end = file.indexOf('\n', place);
+    file.replace(place, place_end - place, QByteArray::number(table + 1 + moved));
+    for (qsizetype at = file.indexOf("\n", table + 6) + 1; file.mid(at + digits, 1) == " ";
+         at += entry) {
+        const qsizetype offset = file.mid(at, digits).toLongLong();
+        if (offset > start)
+            file.replace(at, digits,
+                         QByteArray::number(offset + moved).rightJustified(digits, '0'));
+    }
+    file.replace(start, end - start, QByteArray(room, ' '));
 }
 
 class Pages {

@@ -7,6 +7,8 @@
 #include <QRegularExpression>
 #include <QThread>
 
+#include <ctime>
+
 using namespace drawings;
 
 namespace {
@@ -40,6 +42,7 @@ class tst_drawings_pdf : public QObject {
     Q_OBJECT
 private slots:
     void same_bytes();
+    void time_zones();
     void names_nothing();
     void one_page();
     void sheets();
@@ -54,6 +57,31 @@ void tst_drawings_pdf::same_bytes() {
     QVERIFY(first.bytes.startsWith("%PDF-"));
     QTest::qSleep(1100); // a date in the file would be another one
     QCOMPARE(pdf(full_rib(2850.0)).bytes, first.bytes);
+}
+
+// The writer has a date of another length in each, and the table of places stands behind it.
+void tst_drawings_pdf::time_zones() {
+    const QByteArray zone = qgetenv("TZ");
+    QByteArray first;
+    for (const char* other : {"UTC", "Asia/Tokyo", "America/St_Johns"}) {
+        qputenv("TZ", other);
+        ::tzset();
+        const QByteArray bytes = pdf(full_rib(500.0)).bytes;
+        QVERIFY2(first.isEmpty() || bytes == first, other);
+        first = bytes;
+    }
+    qputenv("TZ", zone);
+    ::tzset();
+    const qsizetype table = first.lastIndexOf("\nxref\n") + 1;
+    QVERIFY(first.endsWith("startxref\n" + QByteArray::number(table) + "\n%%EOF\n"));
+    const QList<QByteArray> lines = first.mid(table).split('\n');
+    int objects = 0;
+    for (qsizetype i = 3; lines[i].contains(" n"); ++i) {
+        ++objects;
+        QVERIFY(first.mid(lines[i].left(10).toLongLong())
+                    .startsWith(QByteArray::number(objects) + " 0 obj\n"));
+    }
+    QVERIFY(objects > 5);
 }
 
 void tst_drawings_pdf::names_nothing() {
