@@ -149,16 +149,17 @@ void tst_frames::splines_without_a_place() {
 void tst_frames::scaling_to_the_chord_data() {
     QTest::addColumn<QPolygonF>("curve");
     QTest::addColumn<double>("factor");
+    const auto curve = [](const QList<QPointF>& points) { return QPolygonF(points); };
     const double nan = std::numeric_limits<double>::quiet_NaN();
     const double infinity = std::numeric_limits<double>::infinity();
-    QTest::newRow("half as wide") << QPolygonF({{0.5, 0.0}, {2.5, 9.0}}) << 0.5;
+    QTest::newRow("half as wide") << curve({{0.5, 0.0}, {2.5, 9.0}}) << 0.5;
     QTest::newRow("empty") << QPolygonF() << -1.0 / 20000.0;
-    QTest::newRow("no width") << QPolygonF({{3.0, 0.0}, {3.0, 4.0}}) << 1.0;
-    QTest::newRow("rounding noise") << QPolygonF({{3.0, 0.0}, {3.0 + 0.9e-6, 0.0}}) << 1.0;
-    QTest::newRow("just wide enough") << QPolygonF({{0.0, 0.0}, {1.1e-6, 0.0}}) << 1.0 / 1.1e-6;
-    QTest::newRow("no number") << QPolygonF({{nan, 0.0}, {nan, 1.0}}) << 1.0;
-    QTest::newRow("one no number") << QPolygonF({{0.0, 0.0}, {nan, 1.0}, {4.0, 0.0}}) << 0.25;
-    QTest::newRow("infinite") << QPolygonF({{0.0, 0.0}, {infinity, 1.0}}) << 1.0;
+    QTest::newRow("no width") << curve({{3.0, 0.0}, {3.0, 4.0}}) << 1.0;
+    QTest::newRow("rounding noise") << curve({{3.0, 0.0}, {3.0 + 0.9e-6, 0.0}}) << 1.0;
+    QTest::newRow("just wide enough") << curve({{0.0, 0.0}, {1.1e-6, 0.0}}) << 1.0 / 1.1e-6;
+    QTest::newRow("no number") << curve({{nan, 0.0}, {nan, 1.0}}) << 1.0;
+    QTest::newRow("one no number") << curve({{0.0, 0.0}, {nan, 1.0}, {4.0, 0.0}}) << 0.25;
+    QTest::newRow("infinite") << curve({{0.0, 0.0}, {infinity, 1.0}}) << 1.0;
 }
 
 void tst_frames::scaling_to_the_chord() {
