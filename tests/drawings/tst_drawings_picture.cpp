@@ -6,7 +6,6 @@
 #include "drawings/picture_plots.h"
 #include "drawings/svg.h"
 #include "drawings/textwidth.h"
-#include "drawings/thumbnail.h"
 #include "ribs.h"
 #include "sections/compare.h"
 #include "support/testmain.h"
@@ -117,7 +116,6 @@ private slots:
     void curvature();
     void curvature_of_a_circle();
     void nose();
-    void small_picture();
     void same_bytes();
 };
 
@@ -381,40 +379,6 @@ void tst_drawings_picture::deviation() {
                  qPrintable(QString::number(distances[0].distance)));
         QCOMPARE(distances[0].upper, std::abs(wanted) > 0.0025);
     }
-}
-
-// A small picture has the outline and the intake, and is small.
-void tst_drawings_picture::small_picture() {
-    const sections::Section section = table_section(naca(0.02, 0.4, 0.18, 60), 2.0, 8.0);
-    const QByteArray element = outline_svg(section);
-    QVERIFY2(element.size() < 3000, qPrintable(QString::number(element.size())));
-    QXmlStreamReader reader(element);
-    QStringList names;
-    QString data;
-    QStringList view;
-    while (!reader.atEnd()) {
-        if (reader.readNext() != QXmlStreamReader::StartElement)
-            continue;
-        names << reader.name().toString();
-        if (reader.name() == QLatin1String("path"))
-            data = reader.attributes().value(QLatin1String("d")).toString();
-        if (reader.name() == QLatin1String("svg"))
-            view = reader.attributes().value(QLatin1String("viewBox")).toString().split(u' ');
-    }
-    QVERIFY2(!reader.hasError(), qPrintable(reader.errorString()));
-    QCOMPARE(names, QStringList({QStringLiteral("svg"), QStringLiteral("path"),
-                                 QStringLiteral("circle"), QStringLiteral("circle")}));
-    QCOMPARE(view.size(), 4);
-    const QStringList numbers =
-        data.mid(1).chopped(1).replace(u'L', u' ').split(u' ', Qt::SkipEmptyParts);
-    QVERIFY(numbers.size() > 80 && numbers.size() % 2 == 0);
-    for (qsizetype i = 0; i < numbers.size(); i += 2) {
-        const QPointF at(0.001 * numbers[i].toDouble(), -0.001 * numbers[i + 1].toDouble());
-        QVERIFY(section.curve.nearest(at).distance < 2e-5);
-    }
-    QVERIFY(element.contains("#0000ff"));
-    QVERIFY(outline_svg(spline_section(hull)).contains("#ff0000"));
-    QVERIFY(!outline_svg(spline_section(hull)).contains("circle"));
 }
 
 // What compare says of the same sections.
