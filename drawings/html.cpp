@@ -47,16 +47,16 @@ QByteArray hash_source(const QByteArray& text) {
 
 // Sorting waits for the script.
 QByteArray head_cell(const QString& head, const char* kind) {
-    return QByteArray("<th scope=\"col\" class=\"") + kind +
-           "\" aria-sort=\"none\"><button type=\"button\" disabled>" + escaped(head) +
+    return QByteArray(R"(<th scope="col" class=")") + kind +
+           R"(" aria-sort="none"><button type="button" disabled>)" + escaped(head) +
            "</button></th>\n";
 }
 
 QByteArray legend_list(const std::vector<LegendEntry>& legend) {
     QByteArray html = "<ul class=\"legend\">";
     for (const LegendEntry& entry : legend)
-        html += "<li><svg viewBox=\"0 -6 32 12\" aria-hidden=\"true\"><path class=\"" +
-                line_class(entry.kind) + "\" d=\"M1 0h30\"/></svg>" + escaped(entry.text) + "</li>";
+        html += R"(<li><svg viewBox="0 -6 32 12" aria-hidden="true"><path class=")" +
+                line_class(entry.kind) + R"(" d="M1 0h30"/></svg>)" + escaped(entry.text) + "</li>";
     return html + "</ul>";
 }
 
@@ -66,7 +66,7 @@ void HtmlPage::add(const HtmlRow& row) {
     const auto picture_cell = [&](std::size_t i) {
         QByteArray html = "<td class=\"pic\">";
         if (i < row.pictures.size() && !row.pictures[i].is_empty())
-            html += "<button type=\"button\" disabled aria-label=\"Enlarge " +
+            html += R"(<button type="button" disabled aria-label="Enlarge )" +
                     escaped(settings.picture_columns[i].head + QStringLiteral(": ") + row.name) +
                     "\">" + picture_svg(row.pictures[i]) + "</button>";
         return html + "</td>\n";
@@ -115,7 +115,7 @@ QByteArray HtmlPage::bytes(const std::vector<Fact>& summary) const {
         if (fact.state.isEmpty())
             head += escaped(fact.value);
         else
-            head += "<button type=\"button\" disabled aria-pressed=\"false\" data-state=\"" +
+            head += R"(<button type="button" disabled aria-pressed="false" data-state=")" +
                     escaped(fact.state) + "\" aria-label=\"" +
                     escaped(fact.value + u' ' + fact.label + QStringLiteral(": show these files")) +
                     "\">" + escaped(fact.value) + "</button>";
@@ -136,11 +136,11 @@ QByteArray HtmlPage::bytes(const std::vector<Fact>& summary) const {
             "<div class=\"scroll\" role=\"region\" aria-label=\"Files\" tabindex=\"0\">\n"
             "<table id=\"files\">\n<thead>\n<tr>\n";
     if (!settings.picture_columns.empty())
-        head += "<th scope=\"col\" class=\"pic\">" + escaped(settings.picture_columns[0].head) +
+        head += R"(<th scope="col" class="pic">)" + escaped(settings.picture_columns[0].head) +
                 "</th>\n";
     head += head_cell(QStringLiteral("File"), "name") + head_cell(settings.state_head, "state");
     for (std::size_t i = 1; i < settings.picture_columns.size(); ++i)
-        head += "<th scope=\"col\" class=\"pic\">" + escaped(settings.picture_columns[i].head) +
+        head += R"(<th scope="col" class="pic">)" + escaped(settings.picture_columns[i].head) +
                 "</th>\n";
     for (const HtmlColumn& column : settings.columns)
         head += head_cell(column.head, column.is_number ? "num" : "txt");

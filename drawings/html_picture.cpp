@@ -128,7 +128,7 @@ QByteArray picture_svg(const Picture& picture) {
                      QByteArray::number(-picture.high - margin) + ' ' +
                      QByteArray::number(int(units) + 2 * margin) + ' ' +
                      QByteArray::number(picture.high - picture.low + 2 * margin) +
-                     "\" aria-hidden=\"true\">";
+                     R"(" aria-hidden="true">)";
     for (const Picture::Line& line : picture.lines)
         svg += "<path class=\"" + line_class(line.kind) + "\" d=\"" + line.path + "\"/>";
     return svg + "</svg>";

@@ -14,8 +14,6 @@ namespace {
 
 using sections::cross;
 using sections::dot;
-using sections::norm;
-using sections::unit;
 
 constexpr double text_heights[] = {15.0, 12.0, 10.0, 8.0, 6.0, 5.0, 4.0, 3.0, 2.5};
 constexpr double text_start = 0.2;     // share of the chord

@@ -59,7 +59,8 @@ public:
     // Below and to the right of a place.
     void put(Scene& scene, QPointF corner) const {
         for (qsizetype i = 0; i < texts.size(); ++i) {
-            const QPointF at = corner + QPointF(double(i / rows) * column_width,
+            const qsizetype column = i / rows;
+            const QPointF at = corner + QPointF(double(column) * column_width,
                                                 -double(i % rows + 1) * legend_step);
             const QPointF start = at + QPointF(0.0, 0.5 * legend_height);
             scene.draw(looks[std::size_t(i)], line(start, start + QPointF(sample_length, 0.0)));

@@ -13,7 +13,6 @@ namespace {
 
 using sections::Curve;
 using sections::Piece;
-using sections::Place;
 
 // Fractions of the chord.
 constexpr double tooth_gap = 0.006;
@@ -118,6 +117,7 @@ void put_comb(Scene& scene, const std::vector<Root>& comb, double scale, const L
 
 Plot curvature_plot(const std::vector<Pictured>& pictured, const std::vector<Look>& looks) {
     std::vector<std::vector<Root>> combs;
+    combs.reserve(pictured.size());
     for (const Pictured& each : pictured)
         combs.push_back(roots_of(each.section));
     const double scale = tooth_scale(combs);

@@ -12,7 +12,6 @@ namespace {
 
 using sections::Curve;
 using sections::Foot;
-using sections::Place;
 
 constexpr double stretch = 50.0;
 

@@ -42,7 +42,7 @@ private:
                "xmlns:inkscape=\"http://www.inkscape.org/namespaces/inkscape\" version=\"1.1\" ";
         out += "width=\"" + number(box.width()) + unit + "\" height=\"" + number(box.height()) +
                unit + "\" viewBox=\"" + pair(box.bottomLeft()) + ' ' + number(box.width()) + ' ' +
-               number(box.height()) + "\" fill=\"none\" stroke-width=\"" + number(line_width) +
+               number(box.height()) + R"(" fill="none" stroke-width=")" + number(line_width) +
                "\" stroke-linejoin=\"round\" stroke-linecap=\"round\">\n";
     }
 
@@ -54,7 +54,7 @@ private:
             if (!open) {
                 const auto index = std::size_t(layer);
                 out += "<g id=\"" + standard_layer_names()[index].toUtf8() +
-                       "\" inkscape:groupmode=\"layer\" inkscape:label=\"" +
+                       R"(" inkscape:groupmode="layer" inkscape:label=")" +
                        settings.layer_names[index].toUtf8() + "\" stroke=\"" +
                        layer_colours[int(layer)] + "\">\n";
                 open = true;
@@ -76,12 +76,12 @@ private:
             return {};
         const Look& look = *element.look;
         if (look.filled)
-            return QByteArray(" stroke=\"none\" fill=\"") + look.colour + '"';
+            return QByteArray(R"( stroke="none" fill=")") + look.colour + '"';
         QByteArray style = QByteArray(" stroke=\"") + look.colour + "\" stroke-width=\"" +
                            number(look.width) + '"';
         if (look.dashes.empty())
             return style;
-        style += " stroke-linecap=\"butt\" stroke-dasharray=\"";
+        style += R"( stroke-linecap="butt" stroke-dasharray=")";
         for (std::size_t i = 0; i < look.dashes.size(); ++i)
             style += (i == 0 ? "" : " ") + number(look.dashes[i]);
         return style + '"';
@@ -116,7 +116,7 @@ private:
         out += "<text x=\"" + number(text.at.x()) + "\" y=\"" + number(-text.at.y()) +
                "\" font-family=\"" + font_family() + "\" font-size=\"" +
                number(text.height * em_of_capital) +
-               "\" xml:space=\"preserve\" stroke=\"none\" fill=\"" + look.colour + "\">" +
+               R"(" xml:space="preserve" stroke="none" fill=")" + look.colour + "\">" +
                printable(text.text).toHtmlEscaped().toUtf8() + "</text>\n";
     }
 

@@ -22,7 +22,7 @@ Foot foot_of(double parameter, int count) {
         return {0, std::max(0.0, 2.0 * x)};
     if (x >= count - 1.5)
         return {count - 1, std::min(1.0, 2.0 * (x - (count - 1.5)))};
-    const int piece = int(x + 0.5);
+    const int piece = int(std::floor(x + 0.5));
     return {piece, x + 0.5 - piece};
 }
 
@@ -37,8 +37,9 @@ double power(double x, double p) {
 
 Freedom Freedom::of(int count, Ends ends) {
     Freedom freedom;
-    freedom.variable.assign(std::size_t(2 * count), -1);
-    freedom.sign.assign(std::size_t(2 * count), 1.0);
+    const std::size_t coordinates = 2 * std::size_t(count);
+    freedom.variable.assign(coordinates, -1);
+    freedom.sign.assign(coordinates, 1.0);
     const int half = ends == Ends::symmetric ? (count - 1) / 2 : count - 2;
     for (int i = 1; i <= half; ++i) {
         for (int axis = 0; axis < 2; ++axis)

@@ -100,6 +100,7 @@ public:
     std::vector<double> next(int count) {
         const double noise = 0.5 / (1 + round % 4);
         std::vector<double> shares;
+        shares.reserve(std::size_t(count));
         for (int k = 0; k < count; ++k)
             shares.push_back(std::exp(noise * between_plus_minus_one()));
         ++round;
@@ -219,7 +220,7 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
     }
     std::stable_sort(starts.begin(), starts.end(), is_better);
     if (outline.noise < exact_noise && effort.shakes > 0) {
-        const State met = shaken(problem, starts.front(), effort.shakes);
+        State met = shaken(problem, starts.front(), effort.shakes);
         if (met.largest < nearly_exact)
             return met;
     }

@@ -11,7 +11,6 @@
 #include "support/testmain.h"
 
 #include <QFontMetricsF>
-#include <QXmlStreamReader>
 
 #include <set>
 #include <tuple>
