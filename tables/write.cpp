@@ -6,6 +6,7 @@
 
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <charconv>
@@ -65,7 +66,12 @@ Written write_window(const Table& table, int decimals) {
     }
 
     QString title = plain_title(table.title, untitled);
-    if (std::none_of(title.begin(), title.end(), [](QChar c) { return c.isLetter(); }))
+    // Without a letter the window takes it for a row, and two numbers at its head are one for
+    // others.
+    static const QRegularExpression two_numbers(
+        QStringLiteral("^[^\\p{L}\\d]*\\d[^\\s,;]*[\\s,;]+[^\\p{L}\\d\\s]*\\d"));
+    if (title.contains(two_numbers) ||
+        std::none_of(title.begin(), title.end(), [](QChar c) { return c.isLetter(); }))
         title = QString(untitled) + QLatin1Char(' ') + title;
     written.bytes = title.toUtf8() + '\n';
     const double width = first.x() - extent.least;

@@ -155,7 +155,8 @@ void tst_write::title_data() {
     row("Eppler 387", "Eppler 387", "Eppler 387");
     row("", "section", "section");
     row("2412", "section 2412", "_2412");
-    row("00 12 NACA", "00 12 NACA", "_00 12 NACA");
+    row("00 12 NACA", "section 00 12 NACA", "_00 12 NACA");
+    row("1; +1.0 A", "section 1; +1.0 A", "_1; +1.0 A");
     row("63-215", "section 63-215", "_63-215");
     row("-1 a", "-1 a", "_-1 a");
     row(".5 a", ".5 a", "_.5 a");
