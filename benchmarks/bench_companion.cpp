@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The companion program: reading and measuring many tables, its start, a rib.
+// The companion program: reading, measuring and fitting many tables, its start, a rib, a report.
 #include "cli/inputs.h"
 #include "harness.h"
 #include "sections/measure.h"
@@ -8,6 +8,7 @@
 
 #include <QCoreApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -81,8 +82,15 @@ void compare_reading() {
               quartiles(ratios));
 }
 
-// Processor time of a run, loading included, seconds; 0 for one that failed.
-double process_seconds(const QString& program, const QByteArrayList& arguments) {
+struct Spent {
+    double processor = 0.0;
+    double wall = 0.0;
+};
+
+// Seconds of a run, loading included; 0 for one that failed.
+Spent spent_by(const QString& program, const QByteArrayList& arguments) {
+    QElapsedTimer clock;
+    clock.start();
     const QByteArray path =
         QFile::encodeName(QCoreApplication::applicationDirPath() + QLatin1Char('/') + program);
     std::vector<char*> words = {const_cast<char*>(path.constData())};
@@ -100,11 +108,11 @@ double process_seconds(const QString& program, const QByteArrayList& arguments) 
     int status = 0;
     rusage used = {};
     if (error != 0 || ::wait4(process, &status, 0, &used) != process || status != 0)
-        return 0.0;
+        return {};
     const auto seconds = [](const timeval& time) {
         return double(time.tv_sec) + 1e-6 * double(time.tv_usec);
     };
-    return seconds(used.ru_utime) + seconds(used.ru_stime);
+    return {seconds(used.ru_utime) + seconds(used.ru_stime), 1e-9 * double(clock.nsecsElapsed())};
 }
 
 // A run of the companion beside the bare start of a program with its libraries.
@@ -113,7 +121,7 @@ void compare_run(const char* number, const QString& work, const QByteArrayList& 
     const auto mean = [](const QString& program, const QByteArrayList& words) {
         double sum = 0.0;
         for (int i = 0; i < 20; ++i)
-            sum += process_seconds(program, words);
+            sum += spent_by(program, words).processor;
         return sum / 20;
     };
     std::vector<double> ours;
@@ -178,10 +186,60 @@ void measure_tables() {
         QStringLiteral("%1 a second of one processor").arg(std::round(quartiles(rates).median)));
 }
 
+// Two processors are twice as fast as one.
+void compare_jobs() {
+    constexpr int fits = 200;
+    const QTemporaryDir temporary;
+    const QDir folder(temporary.path());
+    write_tables(folder);
+    QByteArrayList words = {"fit", "--force", "--dir",
+                            QFile::encodeName(folder.filePath(QStringLiteral("splines")))};
+    for (int t = 0; t < fits; ++t)
+        words << QFile::encodeName(folder.filePath(QString::number(t)));
+    std::vector<double> one;
+    std::vector<double> two;
+    std::vector<double> ratios;
+    for (int round = 0; round < 7; ++round) {
+        const auto wall = [&](const char* jobs) {
+            return spent_by(QStringLiteral("../aerolith-cli"),
+                            words + QByteArrayList{"--jobs", jobs})
+                .wall;
+        };
+        one.push_back(wall("1"));
+        two.push_back(wall("2"));
+        ratios.push_back(one.back() / two.back());
+    }
+    print_row(QStringLiteral("17"), QStringLiteral("200 fits, one job : two"),
+              times_text(quartiles(one).median, quartiles(two).median), {Goal::at_least, 1.8},
+              quartiles(ratios));
+}
+
+void time_report() {
+    const QTemporaryDir temporary;
+    const QDir folder(temporary.path());
+    write_tables(folder);
+    const QTemporaryDir pages;
+    const QByteArrayList words = {"check",
+                                  QFile::encodeName(folder.path()),
+                                  "--jobs",
+                                  "1",
+                                  "--force",
+                                  "--report",
+                                  QFile::encodeName(pages.filePath(QStringLiteral("page.html")))};
+    std::vector<double> rates;
+    for (int round = 0; round < 5; ++round)
+        rates.push_back(table_count / spent_by(QStringLiteral("../aerolith-cli"), words).processor);
+    print_note(
+        QStringLiteral("18"), QStringLiteral("sections of a report of check"),
+        QStringLiteral("%1 a second of one processor").arg(std::round(quartiles(rates).median)));
+}
+
 } // namespace
 
 void bench_companion() {
     compare_reading();
     compare_starts();
     measure_tables();
+    compare_jobs();
+    time_report();
 }
