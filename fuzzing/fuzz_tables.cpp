@@ -75,10 +75,10 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     REQUIRE(identical(again.points, table.points));
     if (!table.readable())
         return 0;
-    // Only what looks like a section is ever written.
-    Table checked = table;
-    checked.findings += sections::shape_findings(table);
-    if (checked.readable())
+    // Of what is doubtful a second reading may leave out another row.
+    const QList<Finding> findings = table.findings + sections::shape_findings(table);
+    if (std::all_of(findings.begin(), findings.end(),
+                    [](const Finding& each) { return each.gravity == tables::Gravity::note; }))
         require_written_is_read(table);
     return 0;
 }
