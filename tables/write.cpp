@@ -69,7 +69,7 @@ Written write_window(const Table& table, int decimals) {
     // Without a letter the window takes it for a row, and two numbers at its head are one for
     // others.
     static const QRegularExpression two_numbers(
-        QStringLiteral("^[^\\p{L}\\d]*\\d[^\\p{L}\\s,;]*[^\\p{L}\\d]*[\\s,;][^\\p{L}\\d]*\\d"));
+        QStringLiteral("^[^\\p{L}\\d]*\\d[\\d.]*[^\\p{L}\\d.][^\\p{L}\\d]*\\d"));
     if (title.contains(two_numbers) ||
         std::none_of(title.begin(), title.end(), [](QChar c) { return c.isLetter(); }))
         title = QString(untitled) + QLatin1Char(' ') + title;

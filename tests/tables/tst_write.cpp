@@ -156,6 +156,7 @@ void tst_write::title_data() {
     row("", "section", "section");
     row("2412", "section 2412", "_2412");
     row("00 12 NACA", "section 00 12 NACA", "_00 12 NACA");
+    row("1.0-.3 A", "section 1.0-.3 A", "_1.0-.3 A");
     row("1 ) 1 A", "section 1 ) 1 A", "_1 ) 1 A");
     row("1; +1.0 A", "section 1; +1.0 A", "_1; +1.0 A");
     row("63-215", "section 63-215", "_63-215");
