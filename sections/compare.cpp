@@ -119,6 +119,9 @@ SideDeviation OneSide::deviation() const {
                 best[range] = {place, off, step};
             if (k % 2 == 1) {
                 const double ds = piece.length(place.u - 0.5 * step, place.u + 0.5 * step);
+                // A piece that is a point has no length, nor a number for one.
+                if (!(ds > 0.0))
+                    continue;
                 result.ranges[range].squares += off * off * ds;
                 result.ranges[range].length += ds;
             }
