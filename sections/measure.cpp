@@ -207,9 +207,11 @@ void Measuring::nose() {
         return;
     }
     Nose nose = {1.0 / whole, 1.0 / upper, 1.0 / lower, std::nullopt};
-    if (m.thickness && m.thickness->size > 0.0)
-        nose.over_thickness_squared =
-            nose.radius / m.chord / (m.thickness->size * m.thickness->size);
+    const double thickness = m.thickness ? m.thickness->size : 0.0;
+    // A thickness of 1e-200 has no square.
+    const double over_square = nose.radius / m.chord / (thickness * thickness);
+    if (std::isfinite(over_square))
+        nose.over_thickness_squared = over_square;
     m.nose = nose;
 }
 
