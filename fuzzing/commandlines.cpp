@@ -15,6 +15,13 @@
 namespace {
 
 std::string value_of(const std::string& option, const std::string& form, Choices& choices) {
+    const std::string inside = form.substr(1, form.size() - 2);
+    // Nothing is read but standard input, and nothing is kept of what is written.
+    if (inside == "file" || inside == "folder")
+        return choices.below(4) == 0  ? "/proc/none/x"
+               : option == "--output" ? "-"
+               : option == "--report" ? "/dev/null"
+                                      : "/proc/none/x";
     static const Words odd = {"", "-1", "nan", "1e999", "\x1b[2J", "0.5.5", "x", "--"};
     if (choices.below(16) == 15)
         return odd[choices.below(odd.size())];
@@ -25,13 +32,6 @@ std::string value_of(const std::string& option, const std::string& form, Choices
     };
     if (const auto text = texts.find(option); text != texts.end())
         return text->second[choices.below(text->second.size())];
-    const std::string inside = form.substr(1, form.size() - 2);
-    // Nothing is read but standard input, and nothing is kept of what is written.
-    if (inside == "file" || inside == "folder")
-        return choices.below(4) == 0  ? "/proc/none/x"
-               : option == "--output" ? "-"
-               : option == "--report" ? "/dev/null"
-                                      : "/proc/none/x";
     const std::size_t dots = inside.find("..");
     if (dots == std::string::npos) {
         Words words = {""};
