@@ -35,6 +35,15 @@ inline QPointF unit(QPointF a) {
                                                  : QPointF(0.0, 0.0);
 }
 
+/// @p a with 0 for each coordinate whose absolute value is below @p least. Squares and quotients
+/// of what is left neither vanish nor overflow.
+inline QPointF flushed(QPointF a, double least) {
+    return QPointF(std::abs(a.x()) < least ? 0.0 : a.x(), std::abs(a.y()) < least ? 0.0 : a.y());
+}
+
+/// Coordinates below this share of an outline's extent are nothing.
+constexpr double nothing = 1e-60;
+
 /// Angle that turns the direction of @p a into that of @p b, radians within -pi..pi,
 /// positive to the left; 0 where one has no length.
 inline double turning(QPointF a, QPointF b) {

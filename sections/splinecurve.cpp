@@ -63,6 +63,7 @@ CurveResult spline_curve(const SplineFoil& spline) {
     double extent = 0.0;
     for (int i = 1; i < n; ++i)
         extent = std::max(extent, norm(P[i] - P[0]));
+    const double least = nothing * extent;
 
     std::vector<Piece> pieces;
     std::vector<bool> corners;
@@ -70,10 +71,11 @@ CurveResult spline_curve(const SplineFoil& spline) {
     for (int j = 1; j <= n; ++j) {
         if (!(t[j] < t[j + 1]))
             continue;
-        const QPointF from = j == 1 ? P[0] : at_knot(j);
-        const QPointF to = j == n ? P[n - 1] : at_knot(j + 1);
+        const QPointF from = flushed(j == 1 ? P[0] : at_knot(j), least);
+        const QPointF to = flushed(j == n ? P[n - 1] : at_knot(j + 1), least);
         const bool inner = j >= 2 && j <= n - 1;
-        const Piece piece = inner ? Piece::parabola(from, P[j - 1], to) : Piece::line(from, to);
+        const Piece piece =
+            inner ? Piece::parabola(from, flushed(P[j - 1], least), to) : Piece::line(from, to);
         if (!pieces.empty() && norm(pieces.back().position(1.0) - from) > torn * extent) {
             result.reason = QStringLiteral("knot %1 tears the curve").arg(j);
             return result;

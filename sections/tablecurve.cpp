@@ -41,7 +41,7 @@ Corners::Corners(const QPolygonF& table) {
         extent = std::max(extent, norm(point - table.first()));
     for (const QPointF& point : table) {
         if (points.empty() || norm(point - points.back()) > repeated * extent)
-            points.push_back(point);
+            points.push_back(flushed(point, nothing * extent));
     }
     if (points.size() < 3)
         return;
