@@ -21,13 +21,9 @@ public:
 
     Outcome process(const Source& source) const override {
         RibDrawing drawing = drawer.drawing(source.input, source.bytes);
-        Outcome outcome;
+        Outcome outcome = outcome_of(source, drawing.layout, drawing.points, drawing.findings,
+                                     drawing.file.has_value());
         outcome.output = std::move(drawing.file);
-        outcome.failed = !outcome.output || has_doubt(drawing.findings);
-        outcome.notes = finding_lines(source.name, drawing.findings);
-        outcome.json = {{QStringLiteral("layout"), drawing.layout},
-                        {QStringLiteral("points"), drawing.points},
-                        {QStringLiteral("findings"), finding_array(drawing.findings)}};
         if (!outcome.output)
             return outcome;
         const std::string output = shown(source.output);

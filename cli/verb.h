@@ -16,9 +16,12 @@
 #include "cli/inputs.h"
 #include "cli/options.h"
 #include "cli/report_row.h"
+#include "tables/table.h"
 
 #include <QByteArray>
 #include <QJsonObject>
+#include <QList>
+#include <QString>
 
 #include <any>
 #include <memory>
@@ -39,6 +42,15 @@ struct Outcome {
     std::any kept{};                    ///< What collect() may keep of it.
     std::optional<ReportRow> row{};     ///< For a report; none where there are no results.
 };
+
+struct Source;
+
+/// The outcome of an input that was read: its findings, and the keys that most verbs share.
+/// @param layout  a name of tables::layout_names(), "spl" for a spline
+/// @param points  of the outline, or control points
+/// @param is_done whether the verb has a result
+Outcome outcome_of(const Source& source, const QString& layout, qsizetype points,
+                   const QList<tables::Finding>& findings, bool is_done);
 
 /// One input as a verb gets it.
 struct Source {
@@ -99,6 +111,12 @@ public:
     /// Whole lines on standard error when all is done, empty for none.
     virtual std::string summary() const { return {}; }
 };
+
+/// The work of the type @p T; what Verb::make asks for.
+template<class T>
+std::unique_ptr<Work> make_work(const Options& options) {
+    return std::make_unique<T>(options);
+}
 
 /// One row of the table of verbs.
 struct Verb {

@@ -132,9 +132,7 @@ const Verb verb_check = {
     "window of aerolith shows what the file means, convert where it does so only after convert, "
     "ask where two layouts fit and --layout decides, and bad where there is no section.",
     "check wings/ --strict",
-    [](const Options& options) -> std::unique_ptr<Work> {
-        return std::make_unique<Check>(options);
-    },
+    make_work<Check>,
 };
 
 } // namespace cli

@@ -165,9 +165,7 @@ const Verb verb_compare = {
     "and the difference of the lengths along the surface. Both are taken as the window of aerolith "
     "shows them, unless --align moves the other one onto the chord line of the reference.",
     "compare rib.txt rib.spl --chord 2850 --tolerance 2",
-    [](const Options& options) -> std::unique_ptr<Work> {
-        return std::make_unique<Compare>(options);
-    },
+    make_work<Compare>,
 };
 
 } // namespace cli

@@ -56,14 +56,12 @@ public:
         if (options.points > 0 && read.table.readable())
             respace(read);
         QList<tables::Finding> findings = read.table.findings;
-        Outcome outcome;
+        std::optional<QByteArray> output;
         if (read.table.readable())
-            outcome.output = converted(source, read, findings);
-        outcome.failed = !outcome.output || has_doubt(findings);
-        outcome.notes = finding_lines(source.name, findings);
-        outcome.json = {{QStringLiteral("layout"), read.table.layout},
-                        {QStringLiteral("points"), points_read},
-                        {QStringLiteral("findings"), finding_array(findings)}};
+            output = converted(source, read, findings);
+        Outcome outcome =
+            outcome_of(source, read.table.layout, points_read, findings, output.has_value());
+        outcome.output = std::move(output);
         if (!outcome.output)
             return outcome;
         outcome.text = result_line(source, read);

@@ -88,12 +88,8 @@ public:
 
     Outcome process(const Source& source) const override {
         GivenSection given = given_section(source.bytes, reading);
-        Outcome outcome;
-        outcome.failed = !given.section || has_doubt(given.findings);
-        outcome.notes = finding_lines(source.name, given.findings);
-        outcome.json = {{QStringLiteral("layout"), given.layout},
-                        {QStringLiteral("points"), given.points},
-                        {QStringLiteral("findings"), finding_array(given.findings)}};
+        Outcome outcome = outcome_of(source, given.layout, given.points, given.findings,
+                                     given.section.has_value());
         if (!given.section)
             return outcome;
         outcome.text = column(given.layout.toStdString(), 12) +
@@ -230,7 +226,7 @@ const Verb verb_draw = {
     "and all with other dashes, the ends of each intake, and a legend. Needs no display. Pixels of "
     "png are 1/150 inch.",
     "draw wing.dat wing.spl --deviation --output wing.svg",
-    [](const Options& options) -> std::unique_ptr<Work> { return std::make_unique<Draw>(options); },
+    make_work<Draw>,
 };
 
 } // namespace cli

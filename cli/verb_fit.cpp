@@ -59,7 +59,6 @@ public:
     ReportStyle report_style() const override { return fit_style(request.tolerance); }
 
     Outcome process(const Source& source) const override {
-        Outcome outcome;
         const tables::Table table = table_of(source.bytes);
         QList<tables::Finding> findings = table.findings;
         fitting::Fit fit;
@@ -72,11 +71,8 @@ public:
                 findings.append({tables::Gravity::error, 0, fit.reason});
         }
         const bool is_fitted = table.readable() && fit.reason.isEmpty();
-        outcome.failed = !is_fitted || has_doubt(findings);
-        outcome.notes = finding_lines(source.name, findings);
-        outcome.json = {{QStringLiteral("layout"), table.layout},
-                        {QStringLiteral("points"), table.points.size()},
-                        {QStringLiteral("findings"), finding_array(findings)}};
+        Outcome outcome =
+            outcome_of(source, table.layout, table.points.size(), findings, is_fitted);
         if (!is_fitted)
             return outcome;
         ParaStruct record;
@@ -170,9 +166,7 @@ const Verb verb_fit = {
     "the largest distance and where it is, the root of the mean square, the largest one of each "
     "side, and how many points lie outside the tolerance.",
     "fit wings/ --dir splines --points 20",
-    [](const Options& options) -> std::unique_ptr<Work> {
-        return std::make_unique<FitTables>(options);
-    },
+    make_work<FitTables>,
 };
 
 } // namespace cli

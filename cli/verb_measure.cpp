@@ -54,12 +54,8 @@ public:
 
     Outcome process(const Source& source) const override {
         const GivenSection given = given_section(source.bytes, reading);
-        Outcome outcome;
-        outcome.failed = !given.section || has_doubt(given.findings);
-        outcome.notes = finding_lines(source.name, given.findings);
-        outcome.json = {{QStringLiteral("layout"), given.layout},
-                        {QStringLiteral("points"), given.points},
-                        {QStringLiteral("findings"), finding_array(given.findings)}};
+        Outcome outcome = outcome_of(source, given.layout, given.points, given.findings,
+                                     given.section.has_value());
         if (!given.section)
             return outcome;
         const Measures m = sections::measure(*given.section, stations);
@@ -260,9 +256,7 @@ const Verb verb_measure = {
     "mouth of the intake. Lengths are fractions of the chord, with --chord millimetres. What makes "
     "no sense for a section is left out, and standard error says why.",
     "measure rib.txt --chord 2850 --at 9.5,30,55",
-    [](const Options& options) -> std::unique_ptr<Work> {
-        return std::make_unique<Measure>(options);
-    },
+    make_work<Measure>,
 };
 
 } // namespace cli

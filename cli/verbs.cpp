@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The table of verbs.
+#include "cli/findings.h"
 #include "cli/verb.h"
 
 namespace cli {
@@ -23,6 +24,17 @@ const Verb* verb_named(const std::string& name) {
             return verb;
     }
     return nullptr;
+}
+
+Outcome outcome_of(const Source& source, const QString& layout, qsizetype points,
+                   const QList<tables::Finding>& findings, bool is_done) {
+    Outcome outcome;
+    outcome.failed = !is_done || has_doubt(findings);
+    outcome.notes = finding_lines(source.name, findings);
+    outcome.json = {{QStringLiteral("layout"), layout},
+                    {QStringLiteral("points"), points},
+                    {QStringLiteral("findings"), finding_array(findings)}};
+    return outcome;
 }
 
 Outcome Work::unreadable(const Source& source, const std::string& error) const {

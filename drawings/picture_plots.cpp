@@ -35,6 +35,12 @@ void put_openings(Scene& scene, const Pictured& pictured, const Look& look) {
 
 } // namespace
 
+void draw_outlines(Scene& content, const std::vector<Pictured>& pictured,
+                   const std::vector<Look>& looks) {
+    for (std::size_t i = 0; i < pictured.size(); ++i)
+        content.draw(looks[i], outline_of(pictured[i].section));
+}
+
 QRectF with_margin(const Scene& content) {
     QRectF range = bounds(content, bounds_flatness);
     range.adjust(-chord_margin, -chord_margin, chord_margin, chord_margin);
@@ -79,8 +85,7 @@ std::vector<Look> looks_of(const std::vector<Pictured>& pictured) {
 Plot sections_plot(const std::vector<Pictured>& pictured, const std::vector<Look>& looks) {
     Plot plot;
     plot.title = QStringLiteral("Sections in units of the chord");
-    for (std::size_t i = 0; i < pictured.size(); ++i)
-        plot.content.draw(looks[i], outline_of(pictured[i].section));
+    draw_outlines(plot.content, pictured, looks);
     plot.range = with_margin(plot.content);
     for (std::size_t i = 0; i < pictured.size(); ++i)
         put_openings(plot.content, pictured[i], looks[i]);
@@ -90,8 +95,7 @@ Plot sections_plot(const std::vector<Pictured>& pictured, const std::vector<Look
 Plot nose_plot(const std::vector<Pictured>& pictured, const std::vector<Look>& looks) {
     Plot plot;
     plot.title = QStringLiteral("Noses, enlarged");
-    for (std::size_t i = 0; i < pictured.size(); ++i)
-        plot.content.draw(looks[i], outline_of(pictured[i].section));
+    draw_outlines(plot.content, pictured, looks);
     QPolygonF points;
     for (const Element& element : plot.content.elements)
         points += flattened(std::get<Path>(element.shape), bounds_flatness);

@@ -15,6 +15,13 @@
 
 namespace fs = std::filesystem;
 
+std::vector<std::string> words_from(const QByteArrayList& list) {
+    std::vector<std::string> words;
+    for (const QByteArray& word : list)
+        words.push_back(word.toStdString());
+    return words;
+}
+
 CliRun run_cli(const std::vector<std::string>& arguments, const QByteArray& input,
                const std::function<void(cli::Streams&)>& change) {
     CliRun run;

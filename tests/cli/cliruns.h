@@ -5,6 +5,7 @@
 #include "cli/streams.h"
 
 #include <QByteArray>
+#include <QByteArrayList>
 
 #include <functional>
 #include <string>
@@ -16,6 +17,9 @@ struct CliRun {
     QByteArray out;
     QByteArray err;
 };
+
+/// Words as run_cli() takes them.
+std::vector<std::string> words_from(const QByteArrayList& list);
 
 /// Runs the program with a terminal width of 80 on two threads.
 /// @param input  what standard input holds

@@ -14,15 +14,8 @@ using Words = std::vector<std::string>;
 
 namespace {
 
-Words words_of(const QByteArrayList& list) {
-    Words words;
-    for (const QByteArray& word : list)
-        words.push_back(word.toStdString());
-    return words;
-}
-
 CliRun convert(const QByteArrayList& arguments) {
-    return run_cli(words_of(QByteArrayList{"convert"} + arguments), plain_table(),
+    return run_cli(words_from(QByteArrayList{"convert"} + arguments), plain_table(),
                    [](cli::Streams& streams) { streams.width = 300; });
 }
 
@@ -68,7 +61,7 @@ private slots:
             const QByteArray bytes = file_bytes(output.toStdString());
             QVERIFY2(bytes.contains("00000000") && bytes != plain_table(), output.constData());
         }
-        Words expected = words_of(inputs + outputs);
+        Words expected = words_from(inputs + outputs);
         std::sort(expected.begin(), expected.end());
         expected.erase(std::unique(expected.begin(), expected.end()), expected.end());
         QCOMPARE(files_here(), expected);

@@ -14,15 +14,8 @@ using Words = std::vector<std::string>;
 
 namespace {
 
-Words words_of(const QByteArrayList& list) {
-    Words words;
-    for (const QByteArray& word : list)
-        words.push_back(word.toStdString());
-    return words;
-}
-
 CliRun run(const QByteArrayList& arguments) {
-    return run_cli(words_of(arguments), {}, [](cli::Streams& streams) { streams.width = 300; });
+    return run_cli(words_from(arguments), {}, [](cli::Streams& streams) { streams.width = 300; });
 }
 
 // A cambered section of @p rows rows, in percent of the camber 4 and thickness 12.
