@@ -3,12 +3,11 @@
 
 #include "cli/shown.h"
 
-#include <QList>
-
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 #include <fcntl.h>
@@ -168,15 +167,19 @@ Inputs expand_inputs(const Options& options, int in) {
         inputs.refusal = "the list " + shown(options.files_from) + ": " + list.error;
         return inputs;
     }
-    QList<QByteArray> names = list.bytes.split(options.null_separated ? '\0' : '\n');
-    for (QByteArray& name : names) {
-        if (!options.null_separated && name.endsWith('\r'))
-            name.chop(1);
-        if (name.contains('\0'))
+    const std::string_view names(list.bytes.constData(), std::size_t(list.bytes.size()));
+    const char separator = options.null_separated ? '\0' : '\n';
+    for (std::size_t from = 0; from < names.size();) {
+        const std::size_t end = std::min(names.find(separator, from), names.size());
+        std::string_view name = names.substr(from, end - from);
+        from = end + 1;
+        if (!options.null_separated && !name.empty() && name.back() == '\r')
+            name.remove_suffix(1);
+        if (name.find('\0') != std::string_view::npos)
             inputs.refusal = "the list " + shown(options.files_from) +
                              " holds null characters; --null takes such lists";
-        else if (!name.isEmpty())
-            expansion.add(name.toStdString());
+        else if (!name.empty())
+            expansion.add(std::string(name));
     }
     return inputs;
 }
