@@ -9,9 +9,11 @@
 #include <cctype>
 #include <cerrno>
 #include <filesystem>
-#include <map>
+#include <numeric>
+#include <optional>
 #include <set>
 #include <system_error>
+#include <tuple>
 #include <utility>
 
 #include <sys/stat.h>
@@ -61,6 +63,7 @@ std::string name_outputs(const Options& options, const std::vector<Input>& input
         return two_on_standard_output(options);
     }
     const std::string folder = options.folder.back() == '/' ? options.folder : options.folder + '/';
+    names.reserve(inputs.size());
     for (const Input& input : inputs) {
         if (input.is_standard_input())
             return "standard input has no name to write below --dir; --output names the file";
@@ -74,29 +77,42 @@ std::string name_outputs(const Options& options, const std::vector<Input>& input
 
 // Two outputs of one name, or one that would have to be the folder of another.
 std::string find_clash(const std::vector<Input>& inputs, const std::vector<std::string>& names) {
-    std::map<std::string, std::size_t> taken;
-    for (std::size_t i = 0; i < names.size(); ++i) {
-        const auto [other, is_new] = taken.emplace(names[i], i);
-        if (!is_new)
-            return shown(inputs[other->second].path) + " and " + shown(inputs[i].path) +
-                   " would both be written to " + shown(names[i]);
-    }
-    for (const auto& [name, i] : taken) {
-        const auto below = taken.lower_bound(name + '/');
-        if (below != taken.end() && below->first.compare(0, name.size() + 1, name + '/') == 0)
-            return shown(name) + " would be a file and the folder of " + shown(below->first);
+    std::vector<std::size_t> order(names.size());
+    std::iota(order.begin(), order.end(), std::size_t(0));
+    std::sort(order.begin(), order.end(), [&names](std::size_t a, std::size_t b) {
+        return std::tie(names[a], a) < std::tie(names[b], b);
+    });
+    const auto same =
+        std::adjacent_find(order.begin(), order.end(),
+                           [&names](std::size_t a, std::size_t b) { return names[a] == names[b]; });
+    if (same != order.end())
+        return shown(inputs[same[0]].path) + " and " + shown(inputs[same[1]].path) +
+               " would both be written to " + shown(names[*same]);
+    for (auto i = order.begin(); i != order.end(); ++i) {
+        const std::string folder = names[*i] + '/';
+        const auto below =
+            std::lower_bound(i, order.end(), folder, [&names](std::size_t a, const std::string& b) {
+                return names[a] < b;
+            });
+        if (below != order.end() && names[*below].compare(0, folder.size(), folder) == 0)
+            return shown(names[*i]) + " would be a file and the folder of " + shown(names[*below]);
     }
     return {};
 }
 
-std::string find_existing(const Options& options, const std::vector<Input>& inputs,
-                          const std::vector<std::string>& names) {
-    std::set<Identity> read;
+std::set<Identity> identities_of(const std::vector<Input>& inputs) {
+    std::set<Identity> identities;
     for (const Input& input : inputs) {
         struct stat status = {};
         if (!input.is_standard_input() && ::stat(input.path.c_str(), &status) == 0)
-            read.emplace(status.st_dev, status.st_ino);
+            identities.emplace(status.st_dev, status.st_ino);
     }
+    return identities;
+}
+
+std::string find_existing(const Options& options, const std::vector<Input>& inputs,
+                          const std::vector<std::string>& names) {
+    std::optional<std::set<Identity>> read;
     std::set<Identity> written;
     std::size_t existing = 0;
     std::string first;
@@ -108,7 +124,9 @@ std::string find_existing(const Options& options, const std::vector<Input>& inpu
             return shown(name) + " is a folder";
         if (!S_ISREG(status.st_mode))
             continue;
-        if (read.count({status.st_dev, status.st_ino}) > 0)
+        if (!read)
+            read = identities_of(inputs);
+        if (read->count({status.st_dev, status.st_ino}) > 0)
             return shown(name) + " is an input, too";
         if (!written.emplace(status.st_dev, status.st_ino).second)
             return shown(name) + " is the same file as another output";
