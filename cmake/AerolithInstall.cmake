@@ -10,7 +10,7 @@ install(FILES share/metainfo/org.kavrund.Aerolith.metainfo.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/metainfo)
 install(FILES share/mime/packages/org.kavrund.Aerolith.xml
   DESTINATION ${CMAKE_INSTALL_DATADIR}/mime/packages)
-set(documents user-guide file-formats measures fit ribs pictures)
+set(documents user-guide file-formats measures fit ribs pictures scale)
 list(TRANSFORM documents PREPEND docs/ OUTPUT_VARIABLE document_sources)
 list(TRANSFORM document_sources APPEND .md)
 install(FILES share/copyright ${document_sources} docs/read_spline.py
