@@ -6,6 +6,7 @@ import re
 import struct
 import subprocess
 import sys
+from email.utils import parsedate_to_datetime
 from fractions import Fraction
 from pathlib import Path
 
@@ -131,21 +132,22 @@ def check_release():
     news = re.search(r"^## (\S+) - (\S+)$", read("CHANGELOG.md"), re.MULTILINE)
     metainfo = re.search(r'<release version="([^"]*)" date="([^"]*)"',
                          read("share/metainfo/org.kavrund.Aerolith.metainfo.xml"))
-    window = read("app/mainwindow.cpp")
-    versions = {
-        "CHANGELOG.md": news.group(1),
-        "share/changelog": re.match(r"aerolith \(([^)]*)\)", read("share/changelog")).group(1),
-        "the AppStream file": metainfo.group(1),
-        "the man page": re.search(r'"Aerolith ([^"]*)"', read("share/man/aerolith.1")).group(1),
+    manual = re.search(r'^\.TH \S+ 1 (\S+) "Aerolith ([^"]*)"', read("share/man/aerolith.1"),
+                       re.MULTILINE)
+    changes = read("share/changelog")
+    changed = re.search(r"^ -- .*>  (.*)$", changes, re.MULTILINE).group(1)
+    found = {
+        "CHANGELOG.md": news.groups(),
+        "share/changelog": (re.match(r"aerolith \(([^)]*)\)", changes).group(1),
+                            parsedate_to_datetime(changed).date().isoformat()),
+        "the AppStream file": metainfo.groups(),
+        "the man page of the window": manual.group(2, 1),
+        "the man page of the companion":
+            (version, re.search(r"AEROLITH-CLI 1 (\S+)", read("cli/documents.cpp")).group(1)),
     }
-    for where, found in versions.items():
-        if found != version:
-            problems.append(f"{where}: version {found}, not {version}")
-    for found in re.findall(r"Aerolith ver[ .]([\d.]+)", window):
-        if not f"{version}.".startswith(f"{found}."):
-            problems.append(f"the About box: version {found}, not {version}")
-    if metainfo.group(2) != news.group(2):
-        problems.append(f"the AppStream file: {metainfo.group(2)}, not {news.group(2)}")
+    for where, release in found.items():
+        if release != (version, news.group(2)):
+            problems.append(f"{where}: {release}, not {(version, news.group(2))}")
 
 
 check_hex_blocks()
