@@ -25,7 +25,7 @@ import jsonschema
 SOURCES = pathlib.Path(__file__).resolve().parents[2]
 INTERRUPTS = int(os.environ.get("AEROLITH_INTERRUPTS", "20"))
 NOBODY = 65534
-PROGRAM = COMPLETION = None
+PROGRAM = COMPLETION = DOCUMENTS = None
 
 TABLE = b"A plain section\n" + b"".join(
     b"%.5f %.5f\n" % (x, y) for x, y in
@@ -372,7 +372,35 @@ class Road(unittest.TestCase):
         self.assertEqual(self.completed("convert", "-d", "wi"), ["wings"])
         self.assertEqual(self.completed("check", "--jobs", ""), [""])
 
+    def test_bash_completes_every_option(self):
+        self.put("wing.dat")
+        os.mkdir("wings")
+        grammar = subprocess.run([DOCUMENTS, "grammar"], capture_output=True, check=True, text=True,
+                                 timeout=60).stdout
+        verbs = {}
+        for line in grammar.splitlines():
+            name, *values = line.split()
+            if name == "verb":
+                options = verbs[values[0]] = {}
+            else:
+                options[name] = values
+        self.assertEqual(sorted(self.completed("")), sorted([*verbs, "--help", "--version"]))
+        for verb, options in verbs.items():
+            self.assertEqual(sorted(self.completed(verb, "-")), sorted(options))
+            for option, values in options.items():
+                # A file stands for any text, of which nothing can be completed.
+                value = values[0].strip("{}") if values else "file"
+                expected = [[""]]
+                if value == "file":
+                    expected = [["wing.dat", "wings"]] + expected * len(values)
+                elif value == "folder":
+                    expected = [["wings"]]
+                elif ".." not in value:
+                    expected = [sorted(value.split("|"))]
+                with self.subTest(verb=verb, option=option):
+                    self.assertIn(sorted(self.completed(verb, option, "")), expected)
+
 
 if __name__ == "__main__":
-    PROGRAM, COMPLETION = map(os.path.abspath, sys.argv[1:3])
-    unittest.main(argv=sys.argv[:1] + sys.argv[3:], verbosity=1)
+    PROGRAM, COMPLETION, DOCUMENTS = map(os.path.abspath, sys.argv[1:4])
+    unittest.main(argv=sys.argv[:1] + sys.argv[4:], verbosity=1)
