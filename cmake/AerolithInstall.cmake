@@ -81,7 +81,6 @@ add_custom_target(document_pages DEPENDS ${pages})
 add_dependencies(aerolith-cli document_pages)
 install(FILES ${pages} DESTINATION ${CMAKE_INSTALL_DOCDIR})
 
-
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}")
 set(CPACK_PROJECT_CONFIG_FILE "${CMAKE_CURRENT_LIST_DIR}/AerolithPackage.cmake")
