@@ -59,7 +59,7 @@ install(FILES "${PROJECT_BINARY_DIR}/share/aerolith-cli.fish"
 set(documents user-guide file-formats measures fit ribs pictures scale)
 list(TRANSFORM documents PREPEND docs/ OUTPUT_VARIABLE document_sources)
 list(TRANSFORM document_sources APPEND .md)
-install(FILES ${document_sources} docs/read_spline.py DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(FILES ${document_sources} docs/spline_file.py DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/images/template.png docs/images/symmetric.png docs/images/nose.png
   docs/images/measures-section.svg docs/images/measures-nose.svg docs/images/measures-tail.svg
   docs/images/measures-mouth.svg

@@ -49,7 +49,7 @@ def check_hex_blocks():
 
 
 def check_reader():
-    reader = [sys.executable, str(sources / "docs/read_spline.py")]
+    reader = [sys.executable, str(sources / "docs/spline_file.py")]
     printed = subprocess.run(
         reader + [str(sources / "samples/symmetric.spl")], capture_output=True, text=True,
         check=True).stdout.splitlines()
@@ -71,7 +71,7 @@ def check_reader():
         "opening 0 % to 0 %",
     ]
     if printed != expected:
-        problems.append("read_spline.py prints\n" + "\n".join(printed))
+        problems.append("spline_file.py prints\n" + "\n".join(printed))
 
 
 def check_links_and_paths():
