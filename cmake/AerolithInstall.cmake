@@ -46,7 +46,7 @@ aerolith_install_notices(aerolith-cli)
 aerolith_install_compressed("${PROJECT_BINARY_DIR}/share/aerolith-cli.1" aerolith-cli.1.gz
   aerolith-cli ${CMAKE_INSTALL_MANDIR}/man1)
 add_dependencies(compressed_aerolith-cli_aerolith-cli.1.gz document_manual)
-install(DIRECTORY samples DESTINATION ${CMAKE_INSTALL_DATADIR}/aerolith)
+install(DIRECTORY samples docs/old DESTINATION ${CMAKE_INSTALL_DATADIR}/aerolith)
 # Where each shell looks for the completions of packages.
 install(FILES "${PROJECT_BINARY_DIR}/share/aerolith-cli.bash"
   DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME aerolith-cli)

@@ -1,13 +1,14 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
 # Makes the folder samples/: NACA 4-digit sections as coordinate tables in every
-# layout that the editor opens, and spline files, one of them with an air intake.
+# layout that the editor opens, and spline files, one of them with an air intake;
+# and docs/old/: tables as old folders hold them, most of which it does not open.
 """
 usage: make_samples.py [--check] [FOLDER]
 
-Writes the samples to FOLDER (samples/ of the project if none is given). With
---check nothing is written: the files of FOLDER are compared with what would be,
-and missing, unexpected and different ones are listed; the exit status is then 1.
+Writes samples/ and docs/old/ below FOLDER (the project if none is given). With
+--check nothing is written: the files there are compared with what would be, and
+missing, unexpected and different ones are listed; the exit status is then 1.
 
 The sections follow the published formulas of the 4-digit series (NACA Report 460).
 The last coefficient of the thickness is -0.1036, which closes the trailing edge.
@@ -19,11 +20,12 @@ import struct
 import sys
 
 STATIONS = 61
+OLD_STATIONS = 25
 
 
-def stations():
+def stations(count):
     """Chord stations from the nose to the trailing edge, dense at both."""
-    last = STATIONS - 1
+    last = count - 1
     inner = [0.5 * (1.0 - math.cos(math.pi * i / last)) for i in range(1, last)]
     return [0.0] + inner + [1.0]
 
@@ -44,11 +46,11 @@ def mean_line(x, camber, crest):
     return part * (1.0 - 2.0 * crest + x * (2.0 * crest - x)), 2.0 * part * (crest - x)
 
 
-def sides(digits):
+def sides(digits, count=STATIONS):
     """Upper and lower side of the section NACA `digits`, each from the nose."""
     camber, crest, thickness = int(digits[0]) / 100, int(digits[1]) / 10, int(digits[2:]) / 100
     upper, lower = [], []
-    for x in stations():
+    for x in stations(count):
         half = half_thickness(x, thickness) if x < 1.0 else 0.0
         height, slope = mean_line(x, camber, crest)
         angle = math.atan(slope)
@@ -142,8 +144,58 @@ def samples():
     return files
 
 
+def old_outline(row, digits="2318", chord=1):
+    """Rows of an outline round the nose; `row` is a format of its number, x and y."""
+    upper, lower = sides(digits, OLD_STATIONS)
+    return [row.format(i, chord * x, chord * y)
+            for i, (x, y) in enumerate(upper[::-1] + lower[1:], start=1)]
+
+
+def old_sides(row, digits="2318"):
+    """Rows with the points of both sides, from the nose."""
+    return [row.format(*u, *l) for u, l in zip(*sides(digits, OLD_STATIONS))]
+
+
+def profile(start, end):
+    """A paragliding profile with an intake from the row `start` to the row `end`."""
+    rows = old_outline("{1:.6f} {2:.6f}")
+    counts = [len(rows), start, end - start + 1, len(rows) - end + 1]
+    return ["NACA_2318_with_intake", *map(str, counts), *rows]
+
+
+def old_tables():
+    """Tables of many programs: each file is a list of its lines."""
+    plain = "{1:.6f} {2:.6f}"
+    upper, lower = (old_sides(row) for row in ("{0:9.6f} {1:9.6f}", "{2:9.6f} {3:9.6f}"))
+    count = OLD_STATIONS
+    lists = {
+        "column-of-zeros.dat": ["NACA 0018, upper side"] +
+                               old_sides("{0:.6f} {1:.6f} 0.000000", "0018"),
+        "columns.csv": ["x,upper,lower"] + old_sides("{0:.6f},{1:.6f},{3:.6f}", "0018"),
+        "cut-off.dat": ["NACA 2318"] + old_outline(plain)[: count + 8],
+        "exponents.dat": ["NACA 2318"] + old_outline("{1:.6E} {2:.6E}"),
+        "flag.af": ["NACA 2318", "0  sym flag", f"{count}  upper points", f"{count}  lower points",
+                    *upper, "", *lower],
+        "four-columns.dat": ["xu yu xl yl"] + old_sides("{0:.6f} {1:.6f} {2:.6f} {3:.6f}"),
+        "from-the-nose.dat": ["NACA 2318", *lower, *upper[-2::-1]],
+        "half.dat": ["NACA 0018, one side"] + old_sides("{0:.6f} {1:.6f}", "0018"),
+        "in-turn.dat": ["xl yl and xu yu in turn"] +
+                       old_sides("{2:.6f} {3:.6f}\n{0:.6f} {1:.6f}"),
+        "lednicer.dat": ["NACA 2318", f"  {count}.  {count}.", "", *upper, "", *lower],
+        "letter.txt": ["Dear Sir,", "the tables of the wing are on the second disk."],
+        "numbered.dat": ["NACA 2318"] + old_outline("{0:3d} " + plain),
+        "outline.dat": ["NACA 2318"] + old_outline(plain),
+        "profile.txt": profile(29, 31),
+        "semicolons.csv": ["x;y"] + old_outline("{1:.6f};{2:.6f}"),
+        "tips/millimetres.dat": ["NACA 2310, chord 900 mm"] +
+                                old_outline("{1:.0f} {2:.0f}", "2310", 900),
+    }
+    return {name: "".join(f"{line}\n" for line in lines).encode("ascii")
+            for name, lines in lists.items()}
+
+
 def check(folder, files):
-    present = {path.name for path in folder.iterdir()} if folder.is_dir() else set()
+    present = {str(path.relative_to(folder)) for path in folder.rglob("*") if path.is_file()}
     faults = [f"missing: {name}" for name in sorted(files.keys() - present)]
     faults += [f"unexpected: {name}" for name in sorted(present - files.keys())]
     for name in sorted(files.keys() & present):
@@ -157,15 +209,14 @@ def check(folder, files):
 def main(arguments):
     checking = "--check" in arguments
     names = [argument for argument in arguments if argument != "--check"]
-    folder = pathlib.Path(__file__).resolve().parent.parent / "samples"
-    if names:
-        folder = pathlib.Path(names[0])
-    files = samples()
+    base = pathlib.Path(names[0] if names else pathlib.Path(__file__).resolve().parent.parent)
+    folders = {base / "samples": samples(), base / "docs/old": old_tables()}
     if checking:
-        return check(folder, files)
-    folder.mkdir(parents=True, exist_ok=True)
-    for name, data in files.items():
-        (folder / name).write_bytes(data)
+        return max(check(folder, files) for folder, files in folders.items())
+    for folder, files in folders.items():
+        for name, data in files.items():
+            (folder / name).parent.mkdir(parents=True, exist_ok=True)
+            (folder / name).write_bytes(data)
     return 0
 
 

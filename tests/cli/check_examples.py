@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
 # Runs the examples of documents and compares what they print. An example is a block marked
-# `console`: each line "$ aerolith-cli ..." is run, in a fresh folder that holds the samples, and
-# the lines behind it are its output, errors first.
+# `console`: each line "$ ..." is run by bash, and the lines behind it are its output, errors first.
+# All examples of a document run in one fresh folder, with the samples and the folder `old` in it,
+# and the files that the document shows: blocks that begin with "# NAME", marked with a language.
 # Usage: check_examples.py PROGRAM DOCUMENT... [--update]; with --update the outputs are written.
 import difflib
 import os
 import re
-import shlex
 import subprocess
 import sys
 import tempfile
@@ -16,31 +16,38 @@ from pathlib import Path
 SOURCES = Path(__file__).resolve().parents[2]
 
 
-def printed(program, block):
+def printed(program, folder, block):
     """The block as the program prints it now."""
+    path = f"{program.parent}:{os.environ['PATH']}"
     lines = []
+    for command in [line for line in block.splitlines() if line.startswith("$ ")]:
+        run = subprocess.run(["bash", "-c", command[2:]], cwd=folder, capture_output=True,
+                             text=True, env={**os.environ, "PATH": path})
+        lines += [command, *(run.stderr + run.stdout).splitlines()]
+    return "\n".join(lines) + "\n"
+
+
+def examples_again(program, text):
+    """The document with the outputs of now, and how many examples it has."""
     with tempfile.TemporaryDirectory() as folder:
         os.symlink(SOURCES / "samples", f"{folder}/samples")
-        for command in [line for line in block.splitlines() if line.startswith("$ ")]:
-            words = shlex.split(command[2:])
-            if words[0] != "aerolith-cli":
-                sys.exit(f"not an example of this program: {command}")
-            run = subprocess.run([program, *words[1:]], cwd=folder, capture_output=True, text=True)
-            lines += [command, *(run.stderr + run.stdout).splitlines()]
-    return "\n".join(lines) + "\n"
+        os.symlink(SOURCES / "docs/old", f"{folder}/old")
+        for name, content in re.findall(r"```\w+\n# ([\w.-]+)\n(.*?)```", text, re.DOTALL):
+            Path(folder, name).write_text(content, encoding="utf-8")
+        return re.subn(r"(?<=```console\n)(.*?)(?=```)",
+                       lambda match: printed(program, folder, match.group()), text,
+                       flags=re.DOTALL)
 
 
 def main():
     update = "--update" in sys.argv
     program, *documents = [word for word in sys.argv[1:] if word != "--update"]
-    program = os.path.abspath(program)
+    program = Path(program).resolve()
     wrong = 0
     for name in documents:
         path = SOURCES / name
         before = path.read_text(encoding="utf-8")
-        after, count = re.subn(r"(?<=```console\n)(.*?)(?=```)",
-                               lambda match: printed(program, match.group()), before,
-                               flags=re.DOTALL)
+        after, count = examples_again(program, before)
         if not count:
             sys.exit(f"{name}: no examples")
         if update:

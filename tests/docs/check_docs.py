@@ -95,7 +95,7 @@ def check_installed():
     """What an installed page leads to is installed too, and every page is found from the first."""
     installed = set(re.findall(r"docs/[\w./-]+", read("cmake/AerolithInstall.cmake")))
     for name in sorted(installed):
-        if not (sources / name).is_file():
+        if not (sources / name).exists():
             problems.append(f"AerolithInstall.cmake: no file {name}")
         elif name.endswith(".md"):
             for target in re.findall(r"\]\(([^)#]+)[^)]*\)", read(name)):
