@@ -20,12 +20,11 @@ import struct
 import sys
 
 STATIONS = 61
-OLD_STATIONS = 25
 
 
-def stations(count):
+def stations():
     """Chord stations from the nose to the trailing edge, dense at both."""
-    last = count - 1
+    last = STATIONS - 1
     inner = [0.5 * (1.0 - math.cos(math.pi * i / last)) for i in range(1, last)]
     return [0.0] + inner + [1.0]
 
@@ -46,11 +45,11 @@ def mean_line(x, camber, crest):
     return part * (1.0 - 2.0 * crest + x * (2.0 * crest - x)), 2.0 * part * (crest - x)
 
 
-def sides(digits, count=STATIONS):
+def sides(digits):
     """Upper and lower side of the section NACA `digits`, each from the nose."""
     camber, crest, thickness = int(digits[0]) / 100, int(digits[1]) / 10, int(digits[2:]) / 100
     upper, lower = [], []
-    for x in stations(count):
+    for x in stations():
         half = half_thickness(x, thickness) if x < 1.0 else 0.0
         height, slope = mean_line(x, camber, crest)
         angle = math.atan(slope)
@@ -146,20 +145,25 @@ def samples():
 
 def old_outline(row, digits="2318", chord=1):
     """Rows of an outline round the nose; `row` is a format of its number, x and y."""
-    upper, lower = sides(digits, OLD_STATIONS)
+    upper, lower = sides(digits)
     return [row.format(i, chord * x, chord * y)
             for i, (x, y) in enumerate(upper[::-1] + lower[1:], start=1)]
 
 
 def old_sides(row, digits="2318"):
     """Rows with the points of both sides, from the nose."""
-    return [row.format(*u, *l) for u, l in zip(*sides(digits, OLD_STATIONS))]
+    return [row.format(*u, *l) for u, l in zip(*sides(digits))]
 
 
 def profile(start, end):
-    """A paragliding profile with an intake from the row `start` to the row `end`."""
-    rows = old_outline("{1:.6f} {2:.6f}")
-    counts = [len(rows), start, end - start + 1, len(rows) - end + 1]
+    """A paragliding profile with an intake from the row `start` to the row `end`: its chord runs
+    from the row of least x, at (0, 0), to the trailing edge at (1, 0)."""
+    upper, lower = sides("2318")
+    points = [complex(x, y) for x, y in upper[::-1] + lower[1:]]
+    nose = min(points, key=lambda point: point.real)
+    turned = [(point - nose) / (points[0] - nose) for point in points]
+    counts = [len(points), start, end - start + 1, len(points) - end + 1]
+    rows = [f"{point.real + 0.0:.6f} {point.imag + 0.0:.6f}" for point in turned]
     return ["NACA_2318_with_intake", *map(str, counts), *rows]
 
 
@@ -167,28 +171,27 @@ def old_tables():
     """Tables of many programs: each file is a list of its lines."""
     plain = "{1:.6f} {2:.6f}"
     upper, lower = (old_sides(row) for row in ("{0:9.6f} {1:9.6f}", "{2:9.6f} {3:9.6f}"))
-    count = OLD_STATIONS
     lists = {
         "column-of-zeros.dat": ["NACA 0018, upper side"] +
                                old_sides("{0:.6f} {1:.6f} 0.000000", "0018"),
         "columns.csv": ["x,upper,lower"] + old_sides("{0:.6f},{1:.6f},{3:.6f}", "0018"),
-        "cut-off.dat": ["NACA 2318"] + old_outline(plain)[: count + 8],
+        "cut-off.dat": ["NACA 2318"] + old_outline(plain)[: STATIONS + 8],
         "exponents.dat": ["NACA 2318"] + old_outline("{1:.6E} {2:.6E}"),
         "flag.af": ["An airfoil", "NACA 2318", "0 Sym Flag (0 - No, 1 - Yes)",
-                    f"{count} Num Pnts Upper", f"{count} Num Pnts Lower", *upper, "", *lower],
+                    f"{STATIONS} Num Pnts Upper", f"{STATIONS} Num Pnts Lower", *upper, "", *lower],
         "four-columns.dat": ["xu yu xl yl"] + old_sides("{0:.6f} {1:.6f} {2:.6f} {3:.6f}"),
         "from-the-nose.dat": ["NACA 2318", *lower, *upper[-2::-1]],
         "half.dat": ["NACA 0018, one side"] + old_sides("{0:.6f} {1:.6f}", "0018"),
         "in-turn.dat": ["xl yl and xu yu in turn"] +
                        old_sides("{2:.6f} {3:.6f}\n{0:.6f} {1:.6f}"),
-        "lednicer.dat": ["NACA 2318", f"  {count}.  {count}.", "", *upper, "", *lower],
+        "lednicer.dat": ["NACA 2318", f"  {STATIONS}.  {STATIONS}.", "", *upper, "", *lower],
         "letter.txt": ["Dear Sir,", "the tables of the wing are on the second disk."],
         "numbered.dat": ["NACA 2318"] + old_outline("{0:3d} " + plain),
         "outline.dat": ["NACA 2318"] + old_outline(plain),
-        "profile.txt": profile(29, 31),
+        "profile.txt": profile(67, 73),
         "semicolons.csv": ["x;y"] + old_outline("{1:.6f};{2:.6f}"),
-        "tips/millimetres.dat": ["NACA 2310, chord 900 mm"] +
-                                old_outline("{1:.0f} {2:.0f}", "2310", 900),
+        "tips/millimetres.dat": ["NACA 2310, chord 1800 mm"] +
+                                old_outline("{1:.0f} {2:.0f}", "2310", 1800),
     }
     return {name: "".join(f"{line}\n" for line in lines).encode("ascii")
             for name, lines in lists.items()}
