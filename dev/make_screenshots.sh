@@ -1,14 +1,15 @@
 #!/usr/bin/env bash
 # SPDX-FileCopyrightText: Aerolith developers
-# Makes the pictures of the documents from the program as it is, in a real window of fixed size.
+# Makes the pictures of the documents from the programs as they are, in a real window of fixed size
+# and in a browser.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 
-dev/install_packages.sh test
+dev/install_packages.sh test browser
 # shellcheck source=dev/build.sh
 . dev/build.sh
 configured build/release || configure build/release --preset release
-cmake --build build/release --target aerolith
+cmake --build build/release --target aerolith aerolith-cli
 
 out=$(mktemp -d)
 trap 'rm -rf "$out"' EXIT
@@ -22,3 +23,4 @@ take template template
 take symmetric symmetric
 take nose nose
 take section section
+dev/make_report_picture.py build/release/aerolith-cli
