@@ -56,14 +56,18 @@ install(FILES "${PROJECT_BINARY_DIR}/share/aerolith-cli.fish"
   DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d)
 
 # One folder for the documents, whichever package they come with.
-set(documents user-guide file-formats measures fit ribs pictures scale)
+set(documents user-guide tables-to-ribs file-formats measures fit ribs pictures options scripts scale
+  glossary)
 list(TRANSFORM documents PREPEND docs/ OUTPUT_VARIABLE document_sources)
 list(TRANSFORM document_sources APPEND .md)
 install(FILES ${document_sources} docs/spline_file.py DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(FILES docs/images/template.png docs/images/symmetric.png docs/images/nose.png
   docs/images/measures-section.svg docs/images/measures-nose.svg docs/images/measures-tail.svg
-  docs/images/measures-mouth.svg
+  docs/images/measures-mouth.svg docs/images/thickness.svg
   DESTINATION ${CMAKE_INSTALL_DOCDIR}/images)
+install(FILES docs/schemas/check.json docs/schemas/compare.json docs/schemas/convert.json
+  docs/schemas/draw.json docs/schemas/fit.json docs/schemas/measure.json
+  DESTINATION ${CMAKE_INSTALL_DOCDIR}/schemas)
 
 # The same documents as pages. Links between them lead to the pages.
 set(pages)

@@ -74,17 +74,36 @@ def check_reader():
         problems.append("spline_file.py prints\n" + "\n".join(printed))
 
 
+def links(text):
+    """The targets of links and pictures, without what is shown as code."""
+    text = re.sub(r"^```.*?^```|`[^`\n]*`", "", text, flags=re.MULTILINE | re.DOTALL)
+    return re.findall(r"\]\(([^)\s]+)[^)]*\)", text)
+
+
+def headings(text):
+    """The names by which links lead to the headings of a page."""
+    text = re.sub(r"^```.*?^```", "", text, flags=re.MULTILINE | re.DOTALL)
+    return {re.sub(r"[^\w -]", "", heading.lower()).replace(" ", "-")
+            for heading in re.findall(r"^#+ (.*?) *$", text, re.MULTILINE)}
+
+
 def check_links_and_paths():
-    """Links lead to files, and so do paths of the tree in backticks."""
+    """Links lead to files and headings, and so do paths of the tree in backticks."""
     folders = {entry.name for entry in sources.iterdir() if entry.is_dir()} - {"build"}
     pages = [*sources.glob("*.md"), *sources.glob("*/*.md")]
     for page in pages:
         if page.parent.name == "build":
             continue
         text = page.read_text(encoding="utf-8")
-        for target in re.findall(r"\]\(([^)#]+)[^)]*\)", text):
-            if "://" not in target and not (page.parent / target).exists():
+        for link in links(text):
+            target, _, heading = link.partition("#")
+            other = page.parent / target if target else page
+            if "://" in link:
+                continue
+            if not other.exists():
                 problems.append(f"{page.name}: no file {target}")
+            elif heading and heading not in headings(other.read_text(encoding="utf-8")):
+                problems.append(f"{page.name}: no heading {link}")
         for path in re.findall(r"`([\w.-]+(?:/[\w.-]+)+/?)`", text):
             if path.split("/")[0] in folders and not (sources / path).exists():
                 if not (page.parent / path).exists():
@@ -93,14 +112,22 @@ def check_links_and_paths():
 
 def check_installed():
     """What an installed page leads to is installed too, and every page is found from the first."""
-    installed = set(re.findall(r"docs/[\w./-]+", read("cmake/AerolithInstall.cmake")))
+    install = read("cmake/AerolithInstall.cmake")
+    documents = re.search(r"set\(documents ([^)]*)\)", install).group(1).split()
+    installed = set(re.findall(r"docs/[\w./-]+", install)) - {"docs/"}
+    installed |= {f"docs/{name}.md" for name in documents}
     for name in sorted(installed):
         if not (sources / name).exists():
             problems.append(f"AerolithInstall.cmake: no file {name}")
         elif name.endswith(".md"):
-            for target in re.findall(r"\]\(([^)#]+)[^)]*\)", read(name)):
-                if "://" not in target and f"docs/{target}" not in installed:
+            for target in links(read(name)):
+                if "://" in target:
+                    continue
+                if f"docs/{target}" not in installed:
                     problems.append(f"{name} is installed without {target}")
+                # The pages made of the documents have no names for headings.
+                if target.endswith(".md") and not re.fullmatch(r"[a-z-]+\.md", target):
+                    problems.append(f"{name}: the page cannot lead to {target}")
     for page in sources.glob("docs/*.md"):
         if f"](docs/{page.name})" not in read("README.md"):
             problems.append(f"README.md does not lead to {page.name}")
@@ -116,9 +143,9 @@ def window_texts():
 
 def check_bold_texts():
     texts = window_texts()
-    for name in ("README.md", "docs/user-guide.md"):
+    for name, least in {"README.md": 10, "docs/user-guide.md": 10, "docs/tables-to-ribs.md": 3}.items():
         found = re.findall(r"\*\*(.+?)\*\*", read(name), re.DOTALL)
-        if len(found) < 10:
+        if len(found) < least:
             problems.append(f"{name}: only {len(found)} texts in bold")
         for bold in found:
             for part in " ".join(bold.split()).split(" → "):
