@@ -1,0 +1,41 @@
+#!/usr/bin/env python3
+# SPDX-FileCopyrightText: Aerolith developers
+# The pages made of the documents: what they lead to and show is installed beside them.
+# Usage: check_pages.py FOLDER-OF-PAGES
+import re
+import sys
+from html.parser import HTMLParser
+from pathlib import Path
+
+SOURCES = Path(__file__).resolve().parents[2]
+INSTALL = (SOURCES / "cmake/AerolithInstall.cmake").read_text(encoding="utf-8")
+problems = []
+
+
+class Page(HTMLParser):
+    def __init__(self):
+        super().__init__()
+        self.targets = []
+        self.headings = 0
+
+    def handle_starttag(self, tag, attrs):
+        self.targets += [value for name, value in attrs if name in ("href", "src")]
+        self.headings += tag == "h1"
+
+
+names = re.search(r"set\(documents ([^)]*)\)", INSTALL).group(1).split()
+installed = {f"{name}.html" for name in names}
+installed |= {name[5:] for name in re.findall(r"docs/[\w./-]+", INSTALL)}
+links = 0
+for name in names:
+    page = Page()
+    page.feed((Path(sys.argv[1]) / f"{name}.html").read_text(encoding="utf-8"))
+    links += len(page.targets)
+    problems += [f"{name}.html leads to {target}, which is not installed"
+                 for target in page.targets if target not in installed]
+    if page.headings != 1:
+        problems.append(f"{name}.html has {page.headings} titles")
+if links < 20:
+    problems.append(f"only {links} links were found")
+print("\n".join(problems) or f"{len(names)} pages, {links} links")
+sys.exit(1 if problems else 0)
