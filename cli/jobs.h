@@ -8,6 +8,7 @@
 #include <functional>
 #include <mutex>
 #include <optional>
+#include <system_error>
 #include <thread>
 #include <vector>
 
@@ -15,21 +16,23 @@ namespace cli {
 
 /// Calls @p work for 0, 1, ... @p count - 1 on @p threads threads, and @p take on this thread
 /// for each result in that order. No more than four results a thread wait or are worked on, so
-/// that memory does not grow with the number of works.
+/// that memory does not grow with the number of works. Where the system refuses threads, there
+/// are fewer, or this one alone.
 /// @param work runs on several threads at a time; throws nothing
 /// @param take answers whether to go on
 template<typename Result>
 void run_in_order(std::size_t count, int threads, const std::function<Result(std::size_t)>& work,
                   const std::function<bool(std::size_t, Result&)>& take) {
-    const std::size_t workers = std::min(count, std::size_t(std::max(threads, 1)));
-    if (workers <= 1) {
+    const auto alone = [&] {
         for (std::size_t i = 0; i < count; ++i) {
             Result result = work(i);
             if (!take(i, result))
                 return;
         }
-        return;
-    }
+    };
+    const std::size_t workers = std::min(count, std::size_t(std::max(threads, 1)));
+    if (workers <= 1)
+        return alone();
 
     const std::size_t window = 4 * workers;
     std::vector<std::optional<Result>> results(window);
@@ -56,8 +59,13 @@ void run_in_order(std::size_t count, int threads, const std::function<Result(std
 
     std::vector<std::thread> pool;
     pool.reserve(workers);
-    for (std::size_t i = 0; i < workers; ++i)
-        pool.emplace_back(serve);
+    try {
+        while (pool.size() < workers)
+            pool.emplace_back(serve);
+    } catch (const std::system_error&) {
+        if (pool.empty())
+            return alone();
+    }
 
     while (taken < count && !stopped) {
         std::unique_lock<std::mutex> lock(mutex);
