@@ -9,6 +9,7 @@
 #include <cctype>
 #include <cerrno>
 #include <filesystem>
+#include <functional>
 #include <numeric>
 #include <optional>
 #include <set>
@@ -100,32 +101,60 @@ std::string find_clash(const std::vector<Input>& inputs, const std::vector<std::
     return {};
 }
 
-std::set<Identity> identities_of(const std::vector<Input>& inputs) {
+// Those of the inputs and of the list of them.
+std::set<Identity> identities_of(const Options& options, const std::vector<Input>& inputs) {
     std::set<Identity> identities;
-    for (const Input& input : inputs) {
+    const auto add = [&identities](const std::string& name) {
         struct stat status = {};
-        if (!input.is_standard_input() && ::stat(input.path.c_str(), &status) == 0)
+        if (name != "-" && ::stat(name.c_str(), &status) == 0)
             identities.emplace(status.st_dev, status.st_ino);
-    }
+    };
+    add(options.files_from);
+    for (const Input& input : inputs)
+        add(input.path);
     return identities;
+}
+
+// Two of the names that do not exist and would be one file; hashes take less than the places.
+std::string find_same_place(const std::vector<std::string>& names,
+                            const std::vector<std::size_t>& missing) {
+    if (missing.size() < 2)
+        return {};
+    Places places;
+    std::vector<std::pair<std::size_t, std::size_t>> hashes;
+    hashes.reserve(missing.size());
+    for (const std::size_t i : missing)
+        hashes.emplace_back(std::hash<std::string>()(places.place_of(names[i])), i);
+    std::sort(hashes.begin(), hashes.end());
+    for (std::size_t i = 1; i < hashes.size(); ++i) {
+        const std::string& name = names[hashes[i].second];
+        if (hashes[i].first == hashes[i - 1].first &&
+            places.place_of(name) == places.place_of(names[hashes[i - 1].second]))
+            return shown(name) + " is the same file as another output";
+    }
+    return {};
 }
 
 std::string find_existing(const Options& options, const std::vector<Input>& inputs,
                           const std::vector<std::string>& names) {
     std::optional<std::set<Identity>> read;
     std::set<Identity> written;
+    std::vector<std::size_t> missing;
     std::size_t existing = 0;
     std::string first;
-    for (const std::string& name : names) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+        const std::string& name = names[i];
         struct stat status = {};
-        if (::stat(name.c_str(), &status) != 0)
+        if (::stat(name.c_str(), &status) != 0) {
+            missing.push_back(i);
             continue;
+        }
         if (S_ISDIR(status.st_mode))
             return shown(name) + " is a folder";
         if (!S_ISREG(status.st_mode))
             continue;
         if (!read)
-            read = identities_of(inputs);
+            read = identities_of(options, inputs);
         if (read->count({status.st_dev, status.st_ino}) > 0)
             return shown(name) + " is an input, too";
         if (!written.emplace(status.st_dev, status.st_ino).second)
@@ -133,14 +162,38 @@ std::string find_existing(const Options& options, const std::vector<Input>& inpu
         if (existing++ == 0)
             first = name;
     }
-    if (options.force || existing == 0)
-        return {};
+    const std::string same = find_same_place(names, missing);
+    if (!same.empty() || options.force || existing == 0)
+        return same;
     return shown(first) + " exists" +
            (existing == 1 ? "" : ", and " + std::to_string(existing - 1) + " more") +
            "; --force replaces it";
 }
 
 } // namespace
+
+std::string Places::place_of(const std::string& name) {
+    std::error_code error;
+    fs::path end = fs::absolute(name, error);
+    if (error)
+        end = name;
+    // A link to nothing is followed, too: the file is made where it leads.
+    for (int step = 0; step < 40 && fs::is_symlink(end, error); ++step)
+        end = end.parent_path() / fs::read_symlink(end, error);
+    const fs::path folder = end.parent_path();
+    if (folder != last || last.empty()) {
+        last = folder;
+        resolved = fs::weakly_canonical(folder, error);
+        if (error)
+            resolved = folder.lexically_normal();
+    }
+    return (resolved / end.filename()).native();
+}
+
+bool is_same_file(const std::string& a, const std::string& b) {
+    std::error_code error;
+    return fs::equivalent(a, b, error);
+}
 
 Outputs plan_outputs(const Options& options, const std::vector<Input>& inputs,
                      const std::string& ending) {

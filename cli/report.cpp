@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "cli/report.h"
 
+#include "cli/outputs.h"
 #include "cli/shown.h"
 
 #include <QJsonArray>
@@ -63,15 +64,9 @@ double median(std::vector<double> numbers) {
     return numbers.size() % 2 == 1 ? numbers[half] : 0.5 * (numbers[half - 1] + numbers[half]);
 }
 
-fs::path resolved(const std::string& name) {
-    std::error_code error;
-    fs::path path = fs::weakly_canonical(fs::absolute(name, error), error);
-    return error ? fs::path(name).lexically_normal() : path;
-}
-
-bool is_same_or_below(const fs::path& path, const fs::path& folder) {
-    return std::mismatch(folder.begin(), folder.end(), path.begin(), path.end()).first ==
-           folder.end();
+bool is_same_or_below(const std::string& path, const std::string& folder) {
+    return path.compare(0, folder.size(), folder) == 0 &&
+           (path.size() == folder.size() || path[folder.size()] == '/');
 }
 
 } // namespace
@@ -145,15 +140,11 @@ std::string report_refusal(const Options& options, const std::vector<std::string
     if (name.back() == '/' || (exists && S_ISDIR(status.st_mode)))
         return label + " is a folder";
 
-    const fs::path path = resolved(name);
-    const std::string last = path.filename().native();
+    Places places;
+    const std::string place = places.place_of(name);
     for (const std::string& output : outputs) {
-        // Most outputs share no name with it; the others are looked up.
-        const std::string own = output.substr(output.rfind('/') + 1);
-        if (output.find(last) == std::string::npos && path.native().find(own) == std::string::npos)
-            continue;
-        const fs::path other = resolved(output);
-        if (is_same_or_below(other, path) || is_same_or_below(path, other))
+        const std::string other = places.place_of(output);
+        if (is_same_or_below(other, place) || is_same_or_below(place, other))
             return label + " is another output, too, or its folder";
     }
     const auto is_same_file = [&](const std::string& other) {
@@ -171,7 +162,7 @@ std::string report_refusal(const Options& options, const std::vector<std::string
     }
     std::error_code error;
     const bool makes_folder = !options.folder.empty();
-    if (!makes_folder && !fs::is_directory(path.parent_path(), error))
+    if (!makes_folder && !fs::is_directory(fs::path(place).parent_path(), error))
         return label + ": there is no such folder";
     return {};
 }

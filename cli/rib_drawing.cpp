@@ -4,6 +4,7 @@
 #include "cli/application.h"
 #include "cli/findings.h"
 #include "cli/given_section.h"
+#include "cli/outputs.h"
 #include "cli/shown.h"
 #include "drawings/dxf.h"
 #include "drawings/sheet.h"
@@ -31,7 +32,8 @@ void add_error(RibDrawing& drawing, const QString& reason) {
 } // namespace
 
 RibDrawer::RibDrawer(const Options& options, const std::string& wanted)
-    : settings(rib_settings(options, wanted)), format(wanted), is_list(!options.ribs.empty()) {
+    : settings(rib_settings(options, wanted)), format(wanted), is_list(!options.ribs.empty()),
+      output(options.output) {
     reading.layout = QString::fromStdString(options.layout);
     reading.element = options.element;
     if (!options.openings.empty())
@@ -91,6 +93,8 @@ QList<Finding> RibDrawer::add_row(const RibRow& row, const std::string& list,
     rib.mirror = row.mirror.value_or(rib.mirror);
     if (!content.error.empty())
         add_error(drawing, QString::fromStdString(content.error));
+    else if (is_same_file(input.path, output))
+        add_error(drawing, QStringLiteral("it is the output, too"));
     else if (!(rib.chord > 0.0))
         add_error(drawing, QStringLiteral("no chord, neither in the list nor by --chord"));
     if (!drawing.findings.isEmpty())

@@ -61,6 +61,7 @@ private:
     const RibSettings settings;
     const std::string format;
     const bool is_list;
+    const std::string output;
     tables::ReadOptions reading;
     std::optional<tables::Openings> openings;
 };

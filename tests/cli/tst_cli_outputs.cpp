@@ -101,6 +101,8 @@ private slots:
             "f/a.dat and f/a.txt would both be written to f/a.txt");
         row("is-later-input", {"f/a.dat", "f/a.txt/x", "g.txt"},
             {"f/a.dat", "g.txt", "-d", ".", "-f"}, "./g.txt is an input, too");
+        row("is-list", {"list.txt"}, {"--files-from", "list.txt", "-0", "-o", "list.txt", "-f"},
+            "list.txt is an input, too");
     }
     void refusals() {
         QFETCH(const QByteArrayList, inputs);
@@ -119,17 +121,57 @@ private slots:
             QCOMPARE(file_bytes(name), plain_table());
     }
 
+    // Links below the folder of the outputs; those to nothing lead somewhere all the same.
+    void one_file_by_two_names_data() {
+        QTest::addColumn<QByteArrayList>("files");
+        QTest::addColumn<QByteArray>("link");
+        QTest::addColumn<QByteArray>("target");
+        QTest::addColumn<QByteArray>("reason");
+        const auto row = [](const char* name, const QByteArrayList& files, const QByteArray& link,
+                            const QByteArray& target, const QByteArray& reason) {
+            QTest::newRow(name) << files << link << target << reason;
+        };
+        const QByteArray same = " is the same file as another output";
+        row("old-file", {"f/a.dat", "f/b.dat", "o/a.txt"}, "o/b.txt", "a.txt", "o/b.txt" + same);
+        row("new-file", {"f/a.dat", "f/b.dat"}, "o/b.txt", "a.txt", "o/b.txt" + same);
+        row("new-file-far", {"f/a.dat", "f/b.dat"}, "o/b.txt", "../o/.//a.txt", "o/b.txt" + same);
+        row("folder", {"f/s/a.dat", "f/t/a.dat", "o/t/x"}, "o/s", "t", "o/t/a.txt" + same);
+        row("deep-folder", {"f/s/n/a.dat", "f/t/n/a.dat", "o/t/x"}, "o/s", "t",
+            "o/t/n/a.txt" + same);
+        row("input", {"f/a.dat"}, "o/a.txt", "../f/a.dat", "o/a.txt is an input, too");
+    }
     void one_file_by_two_names() {
+        QFETCH(const QByteArrayList, files);
+        QFETCH(const QByteArray, link);
+        QFETCH(const QByteArray, target);
+        QFETCH(const QByteArray, reason);
         const FreshFolder folder;
-        put_file("a.dat", plain_table());
-        put_file("b.dat", plain_table());
-        put_file("o/a.txt", "old");
-        fs::create_symlink("a.txt", "o/b.txt");
-        const CliRun run = convert({"a.dat", "b.dat", "-d", "o", "-f"});
-        QVERIFY(run.err.contains("o/b.txt is the same file as another output"));
+        for (const QByteArray& file : files)
+            put_file(file.toStdString(), plain_table());
+        fs::create_directory("o");
+        fs::create_symlink(target.toStdString(), link.toStdString());
+        const Words before = files_here();
+        const CliRun run = convert({"f", "-d", "o", "-f"});
+        QCOMPARE(run.err.split('\n').first(), "aerolith-cli convert: " + reason);
         QCOMPARE(run.code, 2);
-        fs::create_symlink("../a.dat", "o/c.txt");
-        QVERIFY(convert({"a.dat", "-o", "o/c.txt", "-f"}).err.contains("o/c.txt is an input, too"));
+        QCOMPARE(files_here(), before);
+    }
+
+    // A loop of links is no place: the others are written.
+    void links_in_a_loop() {
+        const FreshFolder folder;
+        for (const char* name : {"f/a.dat", "f/b.dat", "f/c.dat", "f/s/d.dat", "f/t/d.dat"})
+            put_file(name, plain_table());
+        fs::create_directory("o");
+        fs::create_symlink("b.txt", "o/a.txt");
+        fs::create_symlink("a.txt", "o/b.txt");
+        fs::create_symlink("s", "o/s");
+        fs::create_symlink("nowhere", "o/t");
+        const CliRun run = convert({"f", "-d", "o", "-f"});
+        QCOMPARE(run.code, 1);
+        QCOMPARE(run.err.count("cannot"), 4);
+        QVERIFY(!file_bytes("o/c.txt").isEmpty());
+        QVERIFY(fs::is_symlink("o/a.txt") && fs::is_symlink("o/t"));
     }
 
     void one_bad_file_stops_no_other() {

@@ -180,6 +180,7 @@ private slots:
         row({"check", "a.dat", "-f"}, "--force belongs to --report");
         row({"fit", "a.dat", "-o", "x", "--report", "x"}, "is another output");
         row({"fit", "a.dat", "-o", "x", "--report", "./folder/../x"}, "is another output");
+        row({"fit", "a.dat", "-o", "x", "--report", "dangling"}, "is another output");
         row({"fit", "a.dat", "-d", "x", "--report", "x/a.spl"}, "is another output");
         row({"fit", "a.dat", "-d", "x", "--report", "x"}, "is another output");
         row({"fit", "a.dat", "-d", "x", "--report", "x/a.spl/page.html"}, "is another output");
@@ -197,6 +198,7 @@ private slots:
         put_file("folder/file", "");
         fs::create_hard_link("a.dat", "linked.html");
         fs::create_hard_link("old.html", "old.spl");
+        fs::create_symlink("x", "dangling");
         const Words before = files_here();
         const CliRun told = run(arguments);
         QCOMPARE(told.code, 2);

@@ -44,6 +44,7 @@ private slots:
     void list_faults_data();
     void list_faults();
     void list_too_large();
+    void output_in_the_list();
     void list_of_noise();
 };
 
@@ -315,6 +316,16 @@ void tst_cli_ribs::list_too_large() {
     const CliRun run = convert({"--ribs", "list.csv", "-o", "a.svg", "--marks", "1"});
     QCOMPARE(run.code, 1);
     QCOMPARE(run.err, QByteArray("list.csv:1: a.dat: more than 4000000 lines on one sheet\n"));
+}
+
+void tst_cli_ribs::output_in_the_list() {
+    const FreshFolder folder;
+    put_file("f/a.dat", plain_table());
+    put_file("f/ribs.csv", "a.dat,500\n");
+    const CliRun run = convert({"--ribs", "f/ribs.csv", "-t", "dxf", "-f", "-o", "./f/a.dat"});
+    QCOMPARE(run.err, QByteArray("f/ribs.csv:1: a.dat: it is the output, too\n"));
+    QCOMPARE(run.code, 1);
+    QCOMPARE(file_bytes("f/a.dat"), plain_table());
 }
 
 void tst_cli_ribs::list_of_noise() {
