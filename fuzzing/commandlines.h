@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -31,8 +32,15 @@ private:
     qsizetype next = 0;
 };
 
+/// The name of a file or folder that an option gets.
+using NameOf = std::function<std::string(const std::string& option, Choices& choices)>;
+
+/// Names by which nothing is read but standard input, and nothing is kept of what is written.
+std::string name_of_nothing(const std::string& option, Choices& choices);
+
 /// @p words with options out of @p options and values for them, as long as there are choices.
-Words with_options(Words words, const std::vector<Words>& options, Choices& choices);
+Words with_options(Words words, const std::vector<Words>& options, Choices& choices,
+                   const NameOf& name_of = name_of_nothing);
 
 struct Result {
     int code = 0;
@@ -40,6 +48,11 @@ struct Result {
     QByteArray err;
 };
 
-/// The run of @p words over @p input as standard input. It ends with a code of the program, says
-/// why the words are wrong, shows no control characters, and comes out the same a second time.
+/// The run of @p words in this process over @p input as standard input.
+Result run_here(const Words& words, const QByteArray& input);
+
+/// It ends with a code of the program, says why words are wrong, and shows no control characters.
+void require_decent(const Result& result);
+
+/// The run of @p words, which is decent and comes out the same a second time.
 Result checked_run(const Words& words, const QByteArray& input);
