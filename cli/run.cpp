@@ -67,7 +67,8 @@ public:
         if (!refusal.empty())
             return refusal;
         if (work->takes_reference()) {
-            if (inputs.size() < 2 || inputs.front().path != options.files.front())
+            if (inputs.size() < 2 || options.files.empty() ||
+                inputs.front().path != options.files.front())
                 return "expected a reference, which is a file, and further files";
             reference = inputs.front();
             inputs.erase(inputs.begin());

@@ -235,6 +235,7 @@ private slots:
         const QByteArray expected = "expected a reference, which is a file, and further files";
         QTest::newRow("alone") << QByteArrayList{"a.dat"} << 2 << expected;
         QTest::newRow("folder") << QByteArrayList{"f", "a.dat"} << 2 << expected;
+        QTest::newRow("list-alone") << QByteArrayList{"--files-from", "list"} << 2 << expected;
         QTest::newRow("none") << QByteArrayList{} << 2 << QByteArray("no files given");
         QTest::newRow("bad") << QByteArrayList{"text.dat", "a.dat"} << 1
                              << QByteArray("text.dat:1: ");
@@ -250,7 +251,7 @@ private slots:
         put_file("a.dat", plain_table());
         put_file("f/b.dat", plain_table());
         put_file("text.dat", "no section\n");
-        put_file("list", "f/b.dat\n");
+        put_file("list", "f/b.dat\na.dat\n");
         std::vector<std::string> arguments = {"compare"};
         for (const QByteArray& word : words)
             arguments.push_back(word.toStdString());
