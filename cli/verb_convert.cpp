@@ -162,7 +162,18 @@ private:
         }
         const tables::Written written = tables::write(table, *format, steps);
         findings += written.findings;
-        return written.ok() ? std::optional(written.bytes) : std::nullopt;
+        if (!written.ok())
+            return std::nullopt;
+        // A spline may be no section, and few decimals leave none of a thin one.
+        tables::Table again = tables::read(written.bytes);
+        if (again.readable())
+            again.findings += sections::shape_findings(again);
+        for (const tables::Finding& finding : again.findings) {
+            if (finding.gravity == tables::Gravity::error)
+                return refuse(QStringLiteral("the rows written would be no section: ") +
+                              finding.text);
+        }
+        return written.bytes;
     }
 
     static std::string title_of_name(const Input& input) {

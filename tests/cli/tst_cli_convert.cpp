@@ -236,6 +236,10 @@ private slots:
         row("no-number", plain_table().replace("0.08000", "O.123"), "window", "-:4: ");
         row("crossing", plain_table().replace("0.50000 -0.04000", "0.50000 0.10000"), "window",
             "-:4: the sides cross");
+        const QByteArray one_side = sample("../fuzzing/corpus/spline/side-of-no-length");
+        for (const char* format : {"window", "selig", "lednicer", "csv", "json"})
+            row(QByteArray("one-side-as-").append(format).constData(), one_side, format,
+                "would be no section");
     }
     void refusals() {
         QFETCH(const QByteArray, bytes);
@@ -245,6 +249,8 @@ private slots:
         QCOMPARE(run.code, 1);
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.contains(reason), run.err.constData());
+        // A closed gap makes no section of one side.
+        QCOMPARE(converted(bytes, {"--to", format.toStdString(), "--close-gap"}).code, 1);
     }
 
     // What was put right is said on standard error, with the line.
