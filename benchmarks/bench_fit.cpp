@@ -1,9 +1,10 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // bench_fit FOLDER: fits over all sections below a folder against the goals, beside plain
-// baselines in the same run. Deviations are those of the files as the window settles them;
-// processor time is that of this process.
+// baselines in the same run, and over tables made from splines. Deviations are those of the files
+// as the window settles them; processor time is that of this process.
 #include "fitting/fit.h"
 #include "fitting/outline.h"
+#include "fittingtables.h"
 #include "harness.h"
 #include "tables/table.h"
 
@@ -215,6 +216,25 @@ void print_left_out(const char* what, const std::vector<Section>& sections,
                 quantile(others, 0.5), quantile(ratios, 0.5), int(others.size()));
 }
 
+// Random splines like sections, as 400 points of their curves.
+void print_splines_met() {
+    constexpr int splines = 200;
+    constexpr double met = 1e-7;
+    int back = 0;
+    std::vector<double> seconds;
+    for (unsigned seed = 0; seed < splines; ++seed) {
+        const SplineAndTable truth = random_spline(seed);
+        fitting::Request request;
+        request.points = truth.spline.num_pnt;
+        fitting::Fit fit;
+        seconds.push_back(timed([&] { fit = fitting::fit(truth.table, request); }));
+        back += fit.deviation.largest < met;
+    }
+    std::printf("%-34s %5.1f %% below %.0e, %.1f ms at the median (%d splines)\n",
+                "tables made from splines", 100.0 * back / splines, met,
+                1e3 * quantile(seconds, 0.5), splines);
+}
+
 } // namespace
 
 int main(int argc, char* argv[]) {
@@ -255,5 +275,6 @@ int main(int argc, char* argv[]) {
     print_figures("shape functions, 30 parameters", shapes);
     print_left_out("every second left out, 20 points", sections, request(20, false));
     print_left_out("every second left out, as few", sections, request(0, false));
+    print_splines_met();
     return 0;
 }

@@ -31,7 +31,8 @@ double Problem::penalty(const Points& control, const Stage& stage,
         const double lacking = leg_weight * (least_leg - (control[i] - control[i - 1]).norm());
         if (lacking > 0.0)
             sum += lacking * lacking;
-        const double progress = (control[i] - control[i - 1]).dot(way_of_leg(control, i));
+        const double progress =
+            fold_weight * (control[i] - control[i - 1]).dot(way_of_leg(control, i));
         if (progress < 0.0)
             sum += progress * progress;
     }
@@ -70,7 +71,7 @@ void Problem::add_legs(Normal& normal, const State& state) const {
 
 void Problem::add_folds(Normal& normal, const State& state) const {
     for (int i = 1; i < control_count; ++i) {
-        const Point way = way_of_leg(state.control, i);
+        const Point way = fold_weight * way_of_leg(state.control, i);
         Row row;
         row.value = (state.control[i] - state.control[i - 1]).dot(way);
         if (!(row.value < 0.0))

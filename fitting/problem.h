@@ -65,8 +65,9 @@ public:
     int count() const { return control_count; }
     const std::vector<Target>& targets() const { return all_targets; }
 
-    double least_leg = 0.0051; ///< Chord units.
+    double least_leg = 0.0051; ///< Chord units; 0 takes any.
     double leg_weight = 5.0;
+    double fold_weight = 1.0;
 
     /// Gives every target beyond the first 20 % of the chord half of its weight, as the
     /// tolerance does.

@@ -1,8 +1,11 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "fitting/search.h"
 
+#include "fitting/pieces.h"
+
 #include <algorithm>
 #include <cmath>
+#include <optional>
 #include <random>
 
 namespace fitting {
@@ -11,8 +14,14 @@ namespace {
 
 constexpr double starting_powers[] = {0.5, 1.0 / 3.0, 2.0 / 3.0, 0.42, 0.58, 0.25, 0.75};
 constexpr double curvature_floor = 0.3; // 1 / chord
-constexpr double exact = 1e-12;         // chord; nothing is left to do
+constexpr double exact = 1e-10;         // chord; what the rounding of an outline leaves
 constexpr double nearly_exact = 1e-5;
+
+// What of an outline made from such a spline lies off it: ten times its noise, but no less than
+// coordinates of nine decimals have, and no more than fits the spline and no other curve.
+double rounding_of(const Outline& outline) {
+    return std::clamp(10.0 * outline.noise, 3e-10, 1e-8);
+}
 
 // At first turns to the wrong side are only dear, so that control points can pass through them.
 constexpr double lenient = 1.0;
@@ -116,10 +125,24 @@ private:
     int round = 0;
 };
 
-State shaken(const Problem& problem, State best, int shakes) {
+// What an outline shows of pieces decides, however close or folded its control points are.
+std::optional<State> read_off(const Outline& outline, const Problem& problem) {
+    const std::vector<double> pieces =
+        spread_by_pieces(outline, problem.targets(), problem.count(), rounding_of(outline));
+    if (pieces.empty())
+        return std::nullopt;
+    Problem free = problem;
+    free.least_leg = 0.0;
+    free.fold_weight = 0.0;
+    State state = free.at_parameters(pieces);
+    free.minimise(state, exact_stage);
+    return state;
+}
+
+State shaken(const Problem& problem, State best, int shakes, double enough) {
     Shares shares;
     problem.minimise(best, exact_stage);
-    for (int i = 0; i < shakes && best.largest > exact; ++i) {
+    for (int i = 0; i < shakes && best.largest > enough; ++i) {
         State state = problem.at_parameters(spread(best.feet, shares.next(problem.count())));
         problem.minimise(state, exact_stage);
         if (state.norm < best.norm)
@@ -208,6 +231,14 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
         return a_is_bad != b_is_bad ? b_is_bad : a.largest < b.largest;
     };
 
+    // Of an outline that is such a spline only the rounding is left.
+    const double met = rounding_of(outline);
+    std::optional<State> shown;
+    if (outline.noise < smooth_noise)
+        shown = read_off(outline, problem);
+    if (shown && shown->largest < met)
+        return *shown;
+
     std::vector<State> starts;
     for (int i = 0; i < effort.starts; ++i) {
         State state = laid_out(spread_by_curvature(outline, problem.targets(), starting_powers[i]));
@@ -220,9 +251,10 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
     }
     std::stable_sort(starts.begin(), starts.end(), is_better);
     if (outline.noise < exact_noise && effort.shakes > 0) {
-        State met = shaken(problem, starts.front(), effort.shakes);
-        if (met.largest < nearly_exact)
-            return met;
+        const bool is_shown = shown && shown->norm < starts.front().norm;
+        const State state = shaken(problem, is_shown ? *shown : starts.front(), effort.shakes, met);
+        if (state.largest < nearly_exact)
+            return state;
     }
     starts.resize(std::size_t(std::min(effort.polished, int(starts.size()))));
     for (State& state : starts)

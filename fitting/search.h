@@ -28,6 +28,10 @@ struct Effort {
 /// out right: so they are shaken until they are.
 constexpr double exact_noise = 1e-8;
 
+/// Below this one it may have been made so with few points, whose distances count as noise: then
+/// its pieces are looked for, see spread_by_pieces().
+constexpr double smooth_noise = 1e-6;
+
 /// For each target the share 0..1 of control points before it, when they are spread by
 /// (curvature + floor)^exponent along the outline.
 std::vector<double> spread_by_curvature(const Outline& outline, const std::vector<Target>& targets,

@@ -135,14 +135,14 @@ void tst_fit::printed_deviation_is_that_of_the_file() {
 }
 
 void tst_fit::splines_come_back() {
-    constexpr int splines = 20;
+    constexpr int splines = 60;
     int back = 0;
     for (int seed = 0; seed < splines; ++seed) {
         const SplineAndTable truth = random_spline(unsigned(seed));
         const Fit result = fit(truth.table, with_points(truth.spline.num_pnt));
         back += result.deviation.largest < 1e-7;
     }
-    QVERIFY2(back >= splines - 2, qPrintable(QString::number(back)));
+    QVERIFY2(back >= splines - 1, qPrintable(QString::number(back)));
 }
 
 void tst_fit::copies_agree() {

@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The steps of a fit, each by itself: the curve, the outline, a step of the search.
+#include "fitting/pieces.h"
 #include "fitting/problem.h"
 #include "fitting/search.h"
 #include "fittingtables.h"
@@ -62,6 +63,9 @@ private slots:
     void steps_find_the_spline_again();
     void steps_take_all_from_a_full_penalty();
     void shares();
+    void runs_end_where_pieces_do();
+    void parameters_are_read_off();
+    void other_tables_show_no_pieces();
 };
 
 void tst_fit_steps::weights_add_up() {
@@ -236,6 +240,60 @@ void tst_fit_steps::shares() {
     QVERIFY(std::is_sorted(spread.begin(), spread.end()));
     const State state = problem.at_parameters(spread);
     QVERIFY(!problem.folds(state.control));
+}
+
+// Twelve points of every piece of the arch, its joints left out; 1e-12 is more than rounding. The
+// lines at the ends take two points of their neighbours with them.
+void tst_fit_steps::runs_end_where_pieces_do() {
+    constexpr int places = 12;
+    Points points;
+    for (int piece = 0; piece < int(arch.size()); ++piece) {
+        for (int i = 0; i < places; ++i)
+            points.push_back(position(arch, {piece, (i + 0.5) / places}));
+    }
+    const std::vector<Run> runs = conic_runs(points, 1e-12);
+    QCOMPARE(runs.size(), arch.size());
+    QCOMPARE(runs.front().last, places + 1);
+    QCOMPARE(runs.back().first, int(points.size()) - places - 2);
+    for (int piece = 1; piece + 1 < int(runs.size()); ++piece) {
+        QCOMPARE(runs[piece].first, piece * places);
+        QCOMPARE(runs[piece].last, piece * places + places - 1);
+        // Even steps of the parameter are even steps along the direction.
+        const double step =
+            (points[runs[piece].last] - points[runs[piece].first]).dot(runs[piece].even) /
+            (places - 1);
+        for (int i = runs[piece].first; i < runs[piece].last; ++i) {
+            const double found = (points[i + 1] - points[i]).dot(runs[piece].even);
+            QVERIFY2(std::abs(found - step) < 1e-5 * step, qPrintable(QString::number(found)));
+        }
+    }
+}
+
+// Linear least squares at them is nearly the spline, without a step.
+void tst_fit_steps::parameters_are_read_off() {
+    for (const unsigned seed : {2U, 7U, 11U}) {
+        const SplineAndTable truth = random_spline(seed);
+        const Outline outline = outline_of(truth.table);
+        const Problem problem(outline, truth.spline.num_pnt, Ends::table);
+        const std::vector<double> read_off =
+            spread_by_pieces(outline, problem.targets(), problem.count(), 1e-9);
+        QVERIFY(std::is_sorted(read_off.begin(), read_off.end()));
+        QCOMPARE(read_off.front(), 0.0);
+        QCOMPARE(read_off.back(), 1.0);
+        State state = problem.at_parameters(read_off);
+        State guess = problem.at_parameters(spread_by_curvature(outline, problem.targets(), 0.5));
+        problem.evaluate(state, {}, problem.turns(state));
+        problem.evaluate(guess, {}, problem.turns(guess));
+        QVERIFY2(state.largest < 0.2 * guess.largest, qPrintable(QString::number(state.largest)));
+    }
+}
+
+void tst_fit_steps::other_tables_show_no_pieces() {
+    for (const QPolygonF& table :
+         {coarse_flat_bottom(), with_noise(random_spline(7).table, 1e-6, 1)}) {
+        const Outline outline = outline_of(table);
+        QVERIFY(spread_by_pieces(outline, outline.targets(12), 12, 1e-9).empty());
+    }
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_fit_steps)
