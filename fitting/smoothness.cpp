@@ -54,6 +54,13 @@ QList<tables::Finding> findings(const Outline& outline, const Points& control, c
                 .arg(outline.points[corner].x() - outline.nose().x(), 0, 'f', 3)
                 .arg(number(distance)));
     }
+    if (deviation.largest_between > bearable_swing * deviation.largest &&
+        deviation.largest_between > 0.5 * tolerance) {
+        say(Gravity::note,
+            QStringLiteral("between the points the curve runs %1 off the curve through them, more "
+                           "than %2 times as far as at them")
+                .arg(number(deviation.largest_between), number(bearable_swing)));
+    }
     if (fit.noise >= spoken_noise) {
         say(Gravity::note,
             QStringLiteral("the table is noisy: its points scatter by %1 of the chord across the "

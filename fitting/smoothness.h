@@ -18,9 +18,13 @@ constexpr double pick_distance = 0.005;
 /// Noise of a table from which on it is spoken of, chord units: that of four decimals is 2.9e-5.
 constexpr double spoken_noise = 5e-5;
 
+/// Between the points of a table the curve may be this many times as far from the curve through
+/// them as it is from the points; beyond, and from half the tolerance on, it is spoken of.
+constexpr double bearable_swing = 5.0;
+
 /// What a user should know of @p fit: a missed tolerance, corners that the curve rounds by more
-/// than it, a noisy table, more control points than it bears, reversals that it does not call
-/// for, control points too close to pick.
+/// than it, swings between the points, a noisy table, more control points than it bears, reversals
+/// that it does not call for, control points too close to pick.
 /// @param control of the fit, in the frame of the outline
 QList<tables::Finding> findings(const Outline& outline, const Points& control, const Fit& fit,
                                 double tolerance);

@@ -82,6 +82,7 @@ private slots:
     void no_loops_and_no_close_points();
     void corners_are_reported();
     void noise_is_reported();
+    void swings_are_reported();
     void one_request_gives_one_file();
 };
 
@@ -245,6 +246,32 @@ void tst_fit::noise_is_reported() {
     QVERIFY(says(rough, "the table is noisy"));
     QVERIFY(says(rough, "follows the noise"));
     QVERIFY(!says(fit(noisy, with_points(12)), "follows the noise"));
+}
+
+void tst_fit::swings_are_reported() {
+    const char words[] = "between the points the curve runs";
+    // A coarse nose, where thirty control points are free between the points.
+    const Fit free = fit(coarse_flat_bottom(), with_points(30));
+    QVERIFY2(says(free, words), qPrintable(QString::number(free.deviation.largest_between)));
+    QVERIFY(!says(fit(four_digit(0.21, 0.03, 121), with_points(30)), words));
+    QVERIFY(!says(fit(coarse_flat_bottom(), with_points(8)), words));
+    // The limits: five times the distance at the points, and half the tolerance.
+    const Outline outline = prepare(four_digit(0.12, 0.0, 61)).outline;
+    struct Row {
+        double largest;
+        double between;
+        bool is_spoken_of;
+    };
+    for (const Row& row : {Row{1e-4, 5.1e-4, true}, Row{1e-4, 4.9e-4, false},
+                           Row{1e-6, 2.1e-4, true}, Row{1e-6, 1.9e-4, false}}) {
+        Fit told;
+        told.holds = true;
+        told.least_leg = 1.0;
+        told.deviation.largest = row.largest;
+        told.deviation.largest_between = row.between;
+        told.findings = findings(outline, outline.points, told, usual_tolerance);
+        QCOMPARE(says(told, words), row.is_spoken_of);
+    }
 }
 
 void tst_fit::one_request_gives_one_file() {
