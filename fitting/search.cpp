@@ -252,7 +252,7 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
     std::stable_sort(starts.begin(), starts.end(), is_better);
     if (outline.noise < exact_noise && effort.shakes > 0) {
         const bool is_shown = shown && shown->norm < starts.front().norm;
-        const State state = shaken(problem, is_shown ? *shown : starts.front(), effort.shakes, met);
+        State state = shaken(problem, is_shown ? *shown : starts.front(), effort.shakes, met);
         if (state.largest < nearly_exact)
             return state;
     }
