@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The frames of coordinates and the way of a spline between them.
+// The coordinate frames, and the conversion of a spline between them.
 #include "document/frames.h"
 
 #include <cmath>
@@ -68,7 +68,7 @@ std::optional<SplineFoil> in_chord_units(SplineFoil spline) {
 
     if (!spline.has_curve())
         return std::nullopt;
-    // The width is looked for about the origin.
+    // scale_to_chord() looks for the extremes of x within a range about the origin.
     const QPointF first = spline.CP[0];
     for (int i = 0; i < spline.point_count(); ++i)
         spline.CP[i] -= first;

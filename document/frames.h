@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The frames of coordinates: chord units, the pixels of a widget, the view; and how a
-// spline is brought from one to another.
+// The coordinate frames (chord units, the pixels of a widget, the view) and the conversion of a
+// spline between them.
 #pragma once
 
 #include "document/parastruct.h"
@@ -20,8 +20,8 @@ struct ChordMapping {
     int yc = 0;     ///< y of the chord line, pixels.
     int chord = 0;  ///< Chord length, pixels; 0 in a widget of no width.
 
-    /// The mapping of a widget of @p size: a tenth of the width on either side of the
-    /// chord, which lies at half of the height.
+    /// The mapping of a widget of @p size: the chord leaves a tenth of the width free on either
+    /// side and lies at half the height.
     static ChordMapping of_size(QSize size);
 
     QPointF leading_edge() const { return QPointF(xc, yc); }
@@ -52,28 +52,28 @@ struct View {
     }
 };
 
-/// A spline nearer to its trailing edge than this (pixels, Manhattan) is at its place.
+/// A spline closer to its trailing edge than this (pixels, Manhattan) is in its place.
 constexpr double settled_distance = 1e-5;
 
-/// Scales the control points about the origin such that @p curve becomes @p length wide,
-/// and evaluates the curve again. The scaling moves the spline along; pin_to_trailing_edge()
-/// moves it back.
-/// @param curve the samples of the spline, in its unit; its least and greatest x are
-///              looked for within -10000..10000. A width that is not finite or below 1e-6
-///              scales nothing; an empty one counts as -20000
+/// Scales the control points about the origin so that @p curve becomes @p length wide, and
+/// evaluates the curve again. The scaling moves the spline along; pin_to_trailing_edge() moves it
+/// back.
+/// @param curve the samples of the spline, in its unit; their least and greatest x are looked for
+///              within -10000..10000. A width that is not finite or is below 1e-6 scales nothing;
+///              an empty curve has the width -20000
 /// @param length the chord wanted, in the unit of the spline
 void scale_to_chord(SplineFoil& spline, QPolygonF& curve, double length);
 
-/// Moves the first control point to @p trailing_edge, all others with it, and scales by
-/// scale_to_chord(), if it is farther away than @p tolerance (Manhattan).
-/// @return whether it moved; false for a spline without points or at no finite place
+/// If the first control point is farther than @p tolerance (Manhattan) from @p trailing_edge, moves
+/// the whole spline so that it lies there, and scales it by scale_to_chord().
+/// @return whether it moved; false for a spline without points or whose place is not finite
 bool pin_to_trailing_edge(SplineFoil& spline, QPolygonF& curve, QPointF trailing_edge,
                           double length, double tolerance = settled_distance);
 
-/// The spline of a file in chord units, whatever widget it was drawn in: its first control
-/// point at (1, 0), its 999 samples 1 wide, y upwards. Knots, degree and openings stay.
-/// @return none for a spline without a curve, or one that never comes to rest there (a
-///         point that is not finite, a curve of no width)
+/// The spline of a file in chord units, whatever the size of the widget it was drawn in: its first
+/// control point at (1, 0), its 999 samples 1 wide, y upwards. Knots, degree and openings stay.
+/// @return none for a spline without a curve, or for one that does not settle there (a point that
+///         is not finite, a curve of no width)
 std::optional<SplineFoil> in_chord_units(SplineFoil spline);
 
 /// @p spline (chord units) in the pixels of a widget. Knots, degree and openings stay.

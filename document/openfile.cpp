@@ -60,7 +60,7 @@ int myOpenFile::ReadParaStream(QString fileName) {
         box.exec();
         return 0;
     }
-    // What cannot be read counts as empty: the reading goes on and finds nothing.
+    // A file that cannot be read counts as empty, and every item becomes 0.
     try {
         read_spline_bytes(read_file(fileName), *outdata);
     } catch (const std::bad_alloc&) {

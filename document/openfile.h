@@ -16,7 +16,7 @@ public:
 
     QString mydir;       ///< Folder in which every dialog starts.
     ParaStruct* p;       ///< The document.
-    ParaStruct* outdata; ///< The record that files are read into: the document, too.
+    ParaStruct* outdata; ///< The record that files are read into: also the document.
 
     /// Asks for an existing file.
     /// @param caption title of the dialog
@@ -25,7 +25,7 @@ public:
     QString OpenFileName(QString caption, QString ext);
 
     /// @name Dialogs
-    /// Each answers the chosen path, or a null string when it was cancelled.
+    /// Each returns the chosen path, or a null string when it was cancelled.
     /// @{
     QString DialogReadFromFile();       ///< For a coordinate table to open.
     QString DialogReadSplineFromFile(); ///< For a spline file to open.
@@ -34,13 +34,12 @@ public:
     /// @}
 
     /// Writes the document's spline to the file @p fileName, without any message.
-    /// @return 1 when every byte is known to be written, otherwise 0
+    /// @return 1 when every byte is known to have been written, otherwise 0
     int WriteParaStream(QString fileName);
 
-    /// Reads the spline file @p fileName into the document. A file that is missing
-    /// is reported in a message box. One that cannot be opened, is no regular file, is
-    /// beyond read_file()'s limit or the memory there is, or is too short, gives zeros
-    /// for what could not be read.
+    /// Reads the spline file @p fileName into the document. A missing file is reported in a message
+    /// box. A file that cannot be opened, is not a regular file, exceeds the limit of read_file()
+    /// or the available memory, or is too short, gives zeros for whatever could not be read.
     /// @return 0 for an empty name or a missing file, otherwise 1
     int ReadParaStream(QString fileName);
 };

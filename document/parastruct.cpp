@@ -48,7 +48,7 @@ void SplineFoil::init_knots() {
 QPolygonF SplineFoil::make_SplinePoly() const {
     if (!has_curve())
         return QPolygonF();
-    // Kept here and not in the record, which is copied and stored.
+    // Not in the record, which is copied and stored.
     thread_local SplineBasis basis;
     basis.set_knots(point_count(), degree, b_knots);
     return basis.sample(CP);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The document: the one wing section that is edited, with its template, its spline
-// and the results of the shape analysis.
+// The document: the wing section being edited, with its template, its spline and the results of the
+// shape analysis.
 #pragma once
 
 #include "numerics/constants.h"
@@ -15,7 +15,7 @@ class QDataStream;
 /// One entry of the thickness list of an outline.
 struct Foil_Pair {
     int i1 = 0;     ///< Index of a point of the upper side.
-    int i2 = 0;     ///< Index of the point of the lower side that is paired with it.
+    int i2 = 0;     ///< Index of its partner on the lower side.
     double H = 0.0; ///< Local thickness: absolute difference of the two y, chord units.
 };
 
@@ -27,9 +27,8 @@ struct PntStruct {
 
 /// The edited quadratic B-spline.
 ///
-/// A spline that was read from a file keeps its counts, degree and knots as they
-/// were stored, whatever they are. So no loop may run to num_pnt or num_knt: all
-/// uses go through the bounded accessors.
+/// A spline read from a file keeps its counts, degree and knots as they were stored, however wrong.
+/// So no loop may run to num_pnt or num_knt: use the bounded accessors.
 class SplineFoil {
 public:
     SplineFoil();
@@ -56,17 +55,17 @@ public:
     int knot_count() const;
 
     /// Whether the counts and the degree describe a curve: at least one control
-    /// point, degree within 0..5, and knots enough for both within the arrays.
+    /// point, a degree within 0..5, and enough knots for both within the arrays.
     bool has_curve() const;
 
     /// Makes degree 2, order 3 and a uniform, unclamped knot vector over [0, 1] for
     /// the current number of control points: knot i is i / (num_knt - 1), of
-    /// multiplicity 1. Every sharpening is undone by it.
+    /// multiplicity 1. This undoes every sharpening.
     void init_knots();
 
     /// The curve at the parameters 0.001, 0.002, ... below 1 (accumulated by
-    /// addition): 999 points in the unit of CP, none without a curve. Where the
-    /// control points or knots are not finite, so may the samples be.
+    /// addition): 999 points in the unit of CP, none without a curve. Samples may not be finite
+    /// where control points or knots are not.
     QPolygonF make_SplinePoly() const;
 };
 
@@ -91,20 +90,20 @@ public:
     QPolygonF baseAirfoil;         ///< The template, chord units.
     QPolygonF workAirfoil;         ///< The curve in chord units, as of the last paint.
 
-    /// Does nothing: the members' start values are the initial values.
+    /// Does nothing: the member initialisers already set the values.
     void SetInitialValues();
 };
 
-/// The document once GetDataStruct() was called, before that a null pointer.
+/// The document once GetDataStruct() has been called, before that a null pointer.
 extern ParaStruct* dataStruct;
 
-/// The document; made by the first call, never destroyed. GUI thread only.
+/// The document; created by the first call, never destroyed. GUI thread only.
 ParaStruct* GetDataStruct();
 
-/// Writes the spline of @p para as a spline file stores it: 3404 bytes plus two a
-/// character of its airfoilName. The caller sets the stream's version (Qt_4_6).
+/// Writes the spline of @p para as a spline file stores it: 3404 bytes plus two for each character
+/// of its airfoilName. The caller sets the version of the stream (Qt_4_6).
 QDataStream& operator<<(QDataStream& stream, const ParaStruct& para);
 
-/// Reads what operator<< writes into the spline of @p para. Nothing is checked:
-/// items that are missing become 0, and all others are kept as they are.
+/// Reads what operator<< writes into the spline of @p para. Nothing is checked: missing items
+/// become 0, and all others are kept as they are.
 QDataStream& operator>>(QDataStream& stream, ParaStruct& para);

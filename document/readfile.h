@@ -9,8 +9,7 @@
 /// of a long one, its texts and its picture take up to fifty times the file.
 constexpr qint64 longest_file = qint64(256) << 20;
 
-/// The content of the file @p name. Never of what is no regular file: a pipe or a device
-/// may never answer.
+/// The content of the file @p name. Regular files only: reading a pipe or a device might never end.
 /// @return null for a file that cannot be read or is longer than longest_file
-/// @throws std::bad_alloc when the memory does not suffice
+/// @throws std::bad_alloc when there is not enough memory
 QByteArray read_file(const QString& name);

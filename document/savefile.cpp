@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Writing a file such that the old one survives a failure.
+// Writing a file so that the old one survives a failure.
 #include "document/savefile.h"
 
 #include <QFile>
@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 namespace {
 
 bool write_in_place(const char* path, const QByteArray& bytes, bool regular, bool waits) {
-    // A pipe that nobody reads is refused.
+    // Without blocking, so that a pipe that nobody reads is refused.
     const int fd = ::open(path, O_WRONLY | O_TRUNC | O_NONBLOCK | O_NOCTTY | O_CLOEXEC);
     QFile file;
     return fd >= 0 && (!waits || ::fcntl(fd, F_SETFL, 0) == 0) &&
@@ -30,16 +30,17 @@ bool replace(const fs::path& path, const QByteArray& bytes, const fs::file_statu
     QSaveFile file(QFile::decodeName(path.c_str()));
     if (!file.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
         return false;
-    if (fs::exists(old)) // Qt takes the bits that bind this user, and none binds the administrator.
+    if (fs::exists(
+            old)) // Qt would copy only the bits that restrict this user, and none restricts root.
         ::fchmod(file.handle(), mode_t(old.permissions()) & 0777);
-    // Qt synchronises as well, but keeps silent when that fails.
+    // Qt synchronises too, but ignores a failure.
     return file.write(bytes) == bytes.size() && ::fsync(file.handle()) == 0 && file.commit();
 }
 
 } // namespace
 
 bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwrite, bool waits) {
-    // A limit on the size of files would end the process.
+    // Exceeding a limit on the size of files would end the process.
     [[maybe_unused]] static const auto before = std::signal(SIGXFSZ, SIG_IGN);
     std::error_code error;
     const fs::path given(path.toStdString());
@@ -53,7 +54,7 @@ bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwri
     for (int step = 0; step < 40 && fs::is_symlink(end, error); ++step)
         end = end.parent_path() / fs::read_symlink(end, error);
     const fs::path folder = fs::canonical(fs::absolute(end, error).parent_path(), error);
-    // A file that only links of the system lead to has no name: its count is 0.
+    // A file reached only through links of the system has no name: its link count is 0.
     const bool alone = regular && fs::hard_link_count(given, error) == 1;
     if (fs::exists(old) && (!alone || ::euidaccess(folder.c_str(), W_OK) != 0))
         return write_in_place(path.constData(), bytes, regular, waits);
@@ -61,7 +62,7 @@ bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwri
         return false;
 
     const fs::path target = folder / end.filename();
-    // Qt takes UTF-8 that leaves room for an ending; another file gets its name at last.
+    // Qt needs a name in UTF-8 with room for a suffix; any other file is renamed at the end.
     const bool utf8 = QFile::encodeName(QFile::decodeName(target.c_str())) == target.c_str();
     if (utf8 && end.filename().native().size() < 249)
         return replace(target, bytes, old);
@@ -75,6 +76,6 @@ bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwri
 }
 
 bool write_file(const QString& name, const QByteArray& bytes) {
-    // A window that waited for the reader of a pipe would stand still.
+    // Waiting for the reader of a pipe would freeze the window.
     return write_file_at(QFile::encodeName(name), bytes, true, false);
 }

@@ -5,21 +5,21 @@
 #include <QByteArray>
 #include <QString>
 
-/// Replaces the content of the file @p name by @p bytes: they go to a new file in the
-/// same folder, which takes the place of the old one when it is whole. Symbolic links
-/// are followed and stay, permission bits stay. Written in place, where a failure leaves
-/// a part, are only what is no regular file, a file with several hard links, and one in a
-/// folder where this user may make none. A full or failing disk is no reason for that.
-/// From the first call on, a limit on the size of files is an error and no longer ends
-/// the process. Threads may save different files at once.
-/// @return whether all bytes are known to be written; false for an empty name, one with
-///         a null character, a folder, a pipe that nobody reads or that is full, and a
-///         target without write permission
+/// Replaces the content of the file @p name by @p bytes: they go to a new file in the same folder,
+/// which replaces the old one when it is complete. Symbolic links are followed and kept, and so are
+/// permission bits. Only three kinds of file are written in place, where a failure leaves a part:
+/// what is not a regular file, a file with several hard links, and a file in a folder where this
+/// user may not create files. A full or failing disk is no reason to write in place. From the first
+/// call on, exceeding a limit on the size of files is an error and no longer ends the process.
+/// Threads may save different files at the same time.
+/// @return whether all bytes are known to have been written; false for an empty name, one with a
+///         null character, a folder, a pipe that nobody reads or that is full, and a target without
+///         write permission
 bool write_file(const QString& name, const QByteArray& bytes);
 
 /// The same for the bytes of a path, which need not be UTF-8.
-/// @param overwrite whether a regular file that is there already is replaced; one that
-///                  another program makes during the call is replaced in any case
-/// @param waits     whether the reader of a full pipe is waited for
+/// @param overwrite whether an existing regular file is replaced; one that another program creates
+///                  during the call is replaced in any case
+/// @param waits     whether to wait for the reader of a full pipe
 bool write_file_at(const QByteArray& path, const QByteArray& bytes, bool overwrite = true,
                    bool waits = true);

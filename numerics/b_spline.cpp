@@ -1,15 +1,15 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Evaluation of B-spline curves and cubic Bezier functions.
 //
-// The recursions are evaluated as triangular tables: every value is formed by the same
-// operations as in the plain recursion, so it has the same bits, but only once.
+// The recursions are evaluated as triangular tables: every value is computed once, by the same
+// operations as in the plain recursion, so it has the same bits.
 #include "numerics/b_spline.h"
 
 #include <QVarLengthArray>
 
 namespace {
 
-// Repeated knots make 0/0, which by convention counts 0.
+// Repeated knots make 0/0, which by convention counts as 0.
 double quotient(double numerator, double denominator) {
     if (denominator == 0.0 && numerator == 0.0)
         return 0.0;
@@ -81,6 +81,6 @@ QPointF B_spline_point(int num_pnt, int deg, QPointF* Cp, double* knot, double t
         C = C + eval * Cp[i];
         R = R + eval;
     }
-    // The point's own division asserts a divisor that is not 0 or NaN.
+    // QPointF's own division asserts that the divisor is neither 0 nor NaN.
     return QPointF(C.x() / R, C.y() / R);
 }

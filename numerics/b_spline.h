@@ -29,18 +29,17 @@ double spline_value(double* P, double t);
 double spline_d_value(double* P, double t);
 
 /// B-spline basis value N(i, deg; t) by the Cox-de Boor recursion. Spans are
-/// half-open, [knot[i], knot[i+1]), and an empty span counts 0; a term 0/0, which
-/// repeated knots give, counts 0. Any other quotient is what the division gives.
+/// half-open, [knot[i], knot[i+1]), and an empty span counts as 0, and so does a term 0/0, which
+/// repeated knots give. Any other quotient is left as the division gives it.
 /// @param i    basis index
-/// @param deg  degree; below 0 gives 0. Time grows with the square of it.
+/// @param deg  degree; below 0 gives 0. Time grows with its square.
 /// @param knot knots, of which knot[i] .. knot[i+deg+1] are read
 /// @param t    parameter
 double deBoor(int i, int deg, double* knot, double t);
 
-/// Point at @p t of the B-spline curve, normalised by the sum of the basis values
-/// of the control points there are: sum(N_i Cp[i]) / sum(N_i). With uniform,
-/// unclamped knots the division pins the ends of the curve to the first and last
-/// control points. Where all basis values are 0 the result is NaN.
+/// Point at @p t of the B-spline curve, normalised by the sum of the basis values of all control
+/// points: sum(N_i Cp[i]) / sum(N_i). With uniform, unclamped knots the division pins the ends of
+/// the curve to the first and last control points. Where all basis values are 0 the result is NaN.
 /// @param num_pnt number of control points; 0 or less gives NaN
 /// @param deg     degree
 /// @param Cp      control points, Cp[0] .. Cp[num_pnt-1], in any unit of length

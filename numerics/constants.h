@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Constants that every module shares, under the names that the files, the
-// documents and the code use for them.
+// Constants that every layer shares, under the names that the files, the documents and the code
+// use.
 #pragma once
 
 #include <QPointF>

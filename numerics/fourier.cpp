@@ -20,11 +20,11 @@ Q_LOGGING_CATEGORY(fourier_log, "aerolith.numerics.fourier", QtWarningMsg)
 
 using Contour = std::array<double, N_airfoil>;
 
-// Chains of multiplications worked on side by side, so that loops over them fill the
-// vector registers and hide the time of one multiplication behind the others.
+// Independent chains of multiplications. Loops over them fill the vector registers and hide the
+// latency of each multiplication.
 constexpr int lanes = 20;
 
-// Angle k of the even ones. In double, since 2k need not fit an int.
+// Angle k of the evenly spaced ones. In double, since 2k may overflow an int.
 double even_angle(int k) {
     return 2.0 * k * Pi / 1000.0;
 }
@@ -75,8 +75,8 @@ double sum_of_lanes(const double* v) {
     return (sums[0] + sums[1]) + (sums[2] + sums[3]);
 }
 
-// Adds to An and Bn the terms of the next samples, lanes of them or what is left: each
-// sample is turned by its angle once per term.
+// Adds the terms of the next samples to An and Bn, of as many as there are lanes or of the rest.
+// Each sample is rotated by its angle once per term.
 void add_samples(qsizetype N, double* An, double* Bn, const double* Tp, const double* fYn,
                  int count) {
     double c[lanes] = {};

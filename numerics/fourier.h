@@ -3,16 +3,15 @@
 // coordinate at a time, and their values at 1000 angles.
 //
 // A fit of order N takes 2N samples at the angles k Pi / N and has the cosine terms
-// An[0..N] and the sine terms Bn[1..N-1]. Angles are in radians and use Pi as given
-// in numerics/constants.h; since it falls short of pi by 5.9e-10, a constant input
-// leaves coefficients of about 1e-9 of it beside An[0].
+// An[0..N] and the sine terms Bn[1..N-1]. Angles are in radians and use Pi of numerics/constants.h.
+// It falls short of pi by 5.9e-10, so a constant input leaves coefficients of about 1e-9 of its
+// value besides An[0].
 //
-// Unless told otherwise: an order of 0 or less makes every sum, every value and
-// every output 0; all sizes are the caller's to provide; time grows with the
-// product of order and samples. For orders up to 500 and angles within one turn the
-// results are within 1e-12 of the largest sample of the exact sums; samples chosen to
-// add up every rounding come to 1.3e-12. Input that is not finite gives results that
-// are not finite.
+// Unless stated otherwise: an order of 0 or less makes every sum, every value and every output 0;
+// the caller provides arrays of the stated sizes; time grows with the product of order and samples.
+// For orders up to 500 and angles within one turn, results differ from the exact sums by at most
+// 1e-12 of the largest sample (1.3e-12 for samples chosen to add up every rounding). Input that is
+// not finite gives results that are not finite.
 #pragma once
 
 #include <QPolygonF>
@@ -20,9 +19,8 @@
 /// @name Fit
 /// @{
 
-/// Start of a fit: clears An[0..N-1] and Bn[0..N-1], sets Tp[0..2N-1] to the angles
-/// k Pi / N and copies func[0..2N-1] into @p fYn. An[N] is left as it is. An order of
-/// 0 or less writes nothing.
+/// Starts a fit: clears An[0..N-1] and Bn[0..N-1], sets Tp[0..2N-1] to the angles k Pi / N and
+/// copies func[0..2N-1] into @p fYn. An[N] is left as it is. An order of 0 or less writes nothing.
 void Init_fu_fields(int N, double* An, double* Bn, double* Tp, double* fYn, double* func);
 
 /// Sum of fYn[k] cos(m Tp[k]) over k = 0 .. 2N-1.
@@ -37,8 +35,8 @@ double fSum_yn_sin(int N, double* Tp, double* fYn, int m);
 /// @param Bn N places
 void Proc_A_bn(int N, double* An, double* Bn, double* Tp, double* fYn);
 
-/// Coefficients of the 2N samples @p y: Init_fu_fields and Proc_A_bn on arrays of its
-/// own, so that Bn[0] is 0.
+/// Coefficients of the 2N samples @p y: Init_fu_fields and Proc_A_bn on internal arrays, so Bn[0]
+/// is 0.
 /// @param An N + 1 places. Order 0 sets An[0] to 0, an order below 0 writes nothing.
 /// @param Bn N places
 void F_coef(int N, double* y, double* An, double* Bn);
@@ -68,10 +66,9 @@ double f_Dvalue(int N, double* An, double* Bn, int k);
 /// @param An,Bn M places
 double f_value(int n, int M, double* An, double* Bn, int k);
 
-/// Angle of sample @p i of @p n, from 0 over Pi at n / 2 to 2 Pi: wide steps at
-/// the ends and narrow ones around Pi, the nose of a contour that starts at the
-/// trailing edge. Pi sqrt(sin(i Pi / n)) up to n / 2, from there on
-/// Pi (2 - sqrt(sin((n - i) Pi / n))).
+/// Angle of sample @p i of @p n, from 0 through Pi at n / 2 to 2 Pi: wide steps at the ends and
+/// narrow ones around Pi, the nose of a contour that starts at the trailing edge. Pi sqrt(sin(i Pi
+/// / n)) up to n / 2, from there on Pi (2 - sqrt(sin((n - i) Pi / n))).
 /// @return NaN where the sine is negative (for @p i outside 0 .. @p n) and for n = 0
 double f_theta(int i, int n);
 /// @}
@@ -79,8 +76,8 @@ double f_theta(int i, int n);
 /// @name Whole contours
 /// @{
 
-/// Fits 2N samples @p y and writes to out[0..999] the series at the angles
-/// f_theta(i, 1000), to the bit as f_theta_value gives them.
+/// Fits 2N samples @p y and writes to out[0..999] the series at the angles f_theta(i, 1000), bit
+/// for bit as f_theta_value gives it.
 void Fourier_Proc(int N, double* y, double* out);
 
 /// Fits 2N samples @p y and writes to out[0..999] the series without its sine terms
@@ -103,8 +100,8 @@ void Fourier_Derivate(int n, double* x, double* y, double* out);
 /// series of the derivative series, both of half as many terms as @p poly has points.
 /// The values are also logged at debug level in the category
 /// "aerolith.numerics.fourier", which is off unless switched on.
-/// @param poly contour of any size; of more than 1001 points the second fit needs
-///             more than the 1000 values of the first and takes 0 for the others
+/// @param poly contour of any size; with more than 1001 points the second fit needs more than the
+///             1000 values of the first and takes 0 for the rest
 /// @param out  1000 values, out[k] at the angle 2k Pi / 1000
 void Fourier_Polygon_D2(QPolygonF poly, double* out);
 /// @}

@@ -23,7 +23,7 @@ QString R_out6(double x) {
     if (dot < 0)
         return s + QStringLiteral(".000000");
     QString fraction = QStringLiteral("0.00000");
-    // The bound is on the place in the text, not on the number of decimals.
+    // The bound is a position in the text, not a number of decimals.
     const qsizetype end = std::min<qsizetype>(s.size(), 6);
     for (qsizetype i = dot; i < end; ++i)
         fraction[i - dot] = s[i];

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Sampling of a whole B-spline curve.
 //
-// Of a quadratic curve at most three basis functions differ from 0 at a parameter. The
-// recursion forms the same values by the same operations and adds products with 0 to
-// them, which changes no bit as long as points and knots are finite.
+// At any parameter of a quadratic curve at most three basis functions differ from 0. The recursion
+// computes the same values by the same operations and adds products with 0, which changes no bit as
+// long as points and knots are finite.
 #include "numerics/splinebasis.h"
 
 #include "numerics/b_spline.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-// Beyond, differences and products of knots might overflow.
+// Beyond this, differences and products of knots might overflow.
 constexpr double largest_regular_knot = 1e100;
 
 constexpr auto make_parameters() {
@@ -73,7 +73,7 @@ void SplineBasis::tabulate() {
     const int begin = first_sample_from(knot[0]);
     const int end = first_sample_from(knot[last]);
     span_count = 0;
-    // Outside of the knots no basis function acts: 0/0.
+    // Outside the knots every basis function is 0, and the point is 0/0.
     const auto add_empty = [this](int from, int to) {
         for (auto& values : basis)
             std::fill(values + from, values + to, 0.0);
@@ -118,7 +118,7 @@ void SplineBasis::tabulate_span(int span, int begin, int end) {
         basis[2][s] = n2;
         basis_sum[s] = n0 + n1 + n2;
     };
-    // In pairs, which the compiler turns into two lanes: the divisions are the work.
+    // In pairs, which the compiler vectorises: the divisions take most of the time.
     int s = begin;
     for (; s + 1 < end; s += 2) {
         tabulate_sample(s);
@@ -132,7 +132,7 @@ void SplineBasis::tabulate_span(int span, int begin, int end) {
 QPolygonF SplineBasis::sample(const QPointF* points) const {
     if (!tabulated || !std::all_of(points, points + count, is_finite))
         return sample_generally(points);
-    // Two places before and after the points, for the spans at the ends of the knots.
+    // Two extra points at either end, for the first and last knot spans.
     QPointF padded[MAXNUMPOINTS + 4];
     std::copy(points, points + count, padded + 2);
     QPolygonF curve(sample_count);

@@ -8,10 +8,10 @@
 #include <QPolygonF>
 
 /// Samples a B-spline curve at the parameters 0.001, 0.002, ... below 1, accumulated by
-/// addition. Every sample has the bits that B_spline_point() gives at its parameter.
+/// addition. Every sample has the same bits as B_spline_point() at its parameter.
 ///
-/// The basis values depend on the knots alone, so they are kept from call to call and
-/// formed again only when the count, the degree or a knot changes.
+/// The basis values depend on the knots alone, so they are kept between calls and recomputed only
+/// when the count, the degree or a knot changes.
 class SplineBasis {
 public:
     static constexpr int sample_count = 999;
@@ -23,7 +23,7 @@ public:
     void set_knots(int point_count, int degree, const double* knots);
 
     /// The samples of the curve; not finite where the points or knots are not.
-    /// @param points control points, as many as told to set_knots(), in any unit of length
+    /// @param points control points, as many as set_knots() was given, in any unit of length
     QPolygonF sample(const QPointF* points) const;
 
 private:

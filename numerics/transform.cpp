@@ -8,12 +8,12 @@
 
 namespace {
 
-// Quotient of two dot products. Both are single precision, their quotient is not.
+// Quotient of two dot products. Both are single precision, the quotient is double.
 double dot_quotient(QVector3D a, QVector3D b, QVector3D c, QVector3D d) {
     return double(QVector3D::dotProduct(a, b)) / double(QVector3D::dotProduct(c, d));
 }
 
-// Qt's product of a vector takes a single-precision factor.
+// QVector3D multiplies by a single-precision factor.
 QVector3D scaled(QVector3D v, double factor) {
     return QVector3D(float(v.x() * factor), float(v.y() * factor), float(v.z() * factor));
 }
@@ -104,7 +104,7 @@ QPointF RotFixP(double a, QPointF C, QPointF P) {
 }
 
 QPointF Sqeeze(QPointF A, QPointF B, QPointF C) {
-    // Beyond some 1e12 rounding can hold the perimeter above the limit for ever.
+    // From about 1e12 on, rounding can keep the perimeter above the limit for ever.
     for (int step = 0; step < 2000; ++step) {
         const double perimeter = Dist2(A, B) + Dist2(B, C) + Dist2(C, A);
         if (perimeter < 0.001)

@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Plane and space geometry, integration, clamping and number texts. No function
-// keeps a state or reports an error: a division by zero gives what floating-point
-// arithmetic gives.
+// Plane and space geometry, integration, clamping and number texts. No function keeps state or
+// reports an error: a division by zero gives what floating-point arithmetic gives.
 //
 // Functions that take or return QVector3D carry single precision, as its
 // components do; saved numbers depend on it.
@@ -24,11 +23,11 @@ double norma2(double x, double y);
 /// Length of the space vector (x, y, z).
 double norma3(double x, double y, double z);
 
-/// Distance of two points of the plane.
+/// Distance between two points of the plane.
 double Dist2(QPointF a, QPointF b);
 
-/// Distance of two points of space: components and their squares in single
-/// precision, the root of their sum in double.
+/// Distance between two points in space: components and their squares in single precision, the root
+/// of their sum in double.
 double Dist3(QVector3D a, QVector3D b);
 
 /// The least distance from @p p to @p a, @p b, @p c or @p d. The last argument is
@@ -82,9 +81,9 @@ QPointF RotFix(double a, double x0, double y0, QPointF P);
 /// RotFix with the centre given as the point @p C.
 QPointF RotFixP(double a, QPointF C, QPointF P);
 
-/// Centroid of the triangle A B C to within 0.001: halves the perimeter by taking
-/// the medial triangle until it is below 0.001, then answers its first vertex.
-/// Ends after 2000 steps for a triangle that is not finite.
+/// Centroid of the triangle A B C to within 0.001: takes the medial triangle, which halves the
+/// perimeter, until the perimeter is below 0.001, and returns its first vertex. Ends after 2000
+/// steps for a triangle that is not finite.
 QPointF Sqeeze(QPointF A, QPointF B, QPointF C);
 
 /// Vector from the foot of the perpendicular on the line A B to @p P (not the foot
@@ -104,8 +103,8 @@ double PolygonSquare(QPolygonF poly);
 /// @name Integration
 /// @{
 
-/// Simpson's rule over f[0] .. f[n], spaced @p h apart; @p n even. f[0] has the
-/// weight 3 where textbooks have 1. @p n below 0 gives 0.
+/// Simpson's rule over f[0] .. f[n], spaced @p h apart; @p n even. f[0] has the weight 3 instead of
+/// the usual 1. @p n below 0 gives 0.
 double Simpson(int n, double h, double* f);
 
 /// Trapezoid rule over f[0] .. f[n] on [a, b]. @p n below 1 gives 0.
@@ -115,16 +114,15 @@ double Trapez(int n, double a, double b, double* f);
 /// @name Number texts
 /// @{
 
-/// @p x cut (not rounded) to two decimals, in the current locale. Values beyond
-/// 64 bits after the multiplication by 100 are not cut; the infinities and NaN give
-/// "INF", "-INF" and "NAN".
+/// @p x cut (not rounded) to two decimals, in the current locale. Values that exceed 64 bits after
+/// the multiplication by 100 are not cut; the infinities and NaN give "INF", "-INF" and "NAN".
 QString R_round2(double x);
 
 /// @p n as a whole number with the current locale's digit grouping.
 QString I_out(long n);
 
-/// @p x with six significant digits, brought to the length of a table column: the
-/// characters of the text from its seventh on are lost and zeros stand in their
-/// place, so 0.123456 gives "0.123400", and a text without a point gets ".000000".
+/// @p x with six significant digits, brought to the width of a table column: zeros replace the
+/// characters of the text from the seventh on, so 0.123456 gives "0.123400", and a text without a
+/// point gets ".000000".
 QString R_out6(double x);
 /// @}
