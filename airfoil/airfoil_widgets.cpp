@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Outlines in widgets.
+// The functions on outlines that need widgets.
 #include "airfoil/airfoil.h"
 
 #include "numerics/transform.h"

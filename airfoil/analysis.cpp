@@ -88,7 +88,7 @@ PntStruct NearPoint(QPolygonF polygon, QPointF n_point, char c) {
 int f_ind(double x, double* arr, int n) {
     if (n < 2)
         return 0;
-    // Starting at 1 leaves the first bracket out; resampled outlines depend on it.
+    // Starting at 1 skips the first bracket; resampled outlines depend on it.
     for (int i = 1; i < n - 1; ++i) {
         if (arr[i] <= x && x <= arr[i + 1])
             return i;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Outlines made from other outlines or from a few numbers.
+// Outlines generated from other outlines, and parabolas.
 #include "airfoil/airfoil.h"
 
 #include "numerics/constants.h"
@@ -16,11 +16,11 @@ namespace {
 
 using Contour = std::array<double, N_airfoil>;
 
-// The coordinates of an outline, each closed by its first value in the last place.
+// The coordinates of an outline as two arrays, each closed by its first value in the last place.
 struct ClosedSamples {
     std::vector<double> x;
     std::vector<double> y;
-    int half; // order of a Fourier fit; with an odd count it leaves out the closing sample
+    int half; // order of a Fourier fit; with an odd count it omits the closing sample
 
     explicit ClosedSamples(const QPolygonF& poly) : half(int(double(poly.size()) * 0.5)) {
         x.reserve(std::size_t(poly.size()));
@@ -37,7 +37,7 @@ struct ClosedSamples {
 // Point at the length t of an outline whose points lie at the lengths s.
 QPointF point_at_length(const QPolygonF& poly, std::vector<double>& s, double t) {
     const int last_bracket = int(poly.size()) - 2;
-    // Past the total length, where rounding may take t, f_ind answers no bracket.
+    // Rounding may take t past the total length, where f_ind returns no valid bracket.
     const int j = std::min(f_ind(t, s.data(), int(poly.size())), last_bracket);
     const double step = s[std::size_t(j) + 1] - s[std::size_t(j)];
     const double fraction = step == 0.0 ? 0.0 : (t - s[std::size_t(j)]) / step;
@@ -82,7 +82,7 @@ QPolygonF SqueezeAirfoil(double scale, QPolygonF poly) {
 
 QVector3D Normala(QVector3D T1, QVector3D T2, QVector3D T3) {
     const QVector3D n = QVector3D::crossProduct(T2 - T1, T3 - T1);
-    // Qt's own normalisation takes short normals for zero.
+    // Qt's own normalisation treats short normals as zero.
     const double length = norma3(double(n.x()), double(n.y()), double(n.z()));
     if (length == 0.0)
         return QVector3D();

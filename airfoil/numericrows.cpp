@@ -37,9 +37,9 @@ float in_single_precision(double value) {
     return value > largest || value < -largest ? 0.0F : float(value);
 }
 
-// Reads a line that holds nothing but plain fields, blanks and a carriage return at its
-// end. Moves @p next past the line; false, and @p next stays, for any other line, and where
-// a field has to be repaired before it is a number.
+// Reads a line that holds nothing but plain fields, blanks and a carriage return at its end, and
+// moves @p next past it. For any other line, and where a field has to be repaired before it is a
+// number, returns false and leaves @p next.
 bool read_plain_line(const char*& next, const char* end, const RowTaker& take) {
     const char* c = next;
     NumericRow numbers = {};
@@ -70,7 +70,7 @@ bool read_plain_line(const char*& next, const char* end, const RowTaker& take) {
     return true;
 }
 
-// The line that begins at @p next, which moves past it.
+// Returns the line that begins at @p next and moves @p next past it.
 QString take_line(const char*& next, const char* end) {
     const char* const begin = next;
     const char* const feed = std::find(begin, end, '\n');
@@ -154,7 +154,7 @@ QByteArray table_text(QByteArray bytes) {
         QStringDecoder decoder(encoding.value_or(QStringConverter::Utf8));
         bytes = QString(decoder.decode(bytes)).toUtf8();
     }
-    // Nothing is left of a last line that holds them alone: it is none.
+    // A last line of carriage returns alone is not a line.
     while (bytes.endsWith('\r'))
         bytes.chop(1);
     return bytes;

@@ -20,16 +20,16 @@ double field_value(const QString& field);
 /// The number of a field: 0 for none and for one beyond single precision.
 float field_number(const QString& field);
 
-/// The text of a file of @p bytes as valid UTF-8, which the file holds too unless its
-/// byte-order mark says otherwise. A damaged character becomes a replacement character; one
-/// that the end of the file cuts off vanishes.
+/// The text of a file of @p bytes as valid UTF-8. The file is taken as UTF-8 unless a byte-order
+/// mark says otherwise. A damaged character becomes a replacement character; one that the end of
+/// the file truncates is dropped.
 QByteArray table_text(QByteArray bytes);
 
-/// Calls @p take for each line of @p text, without line feed and carriage returns, until it
-/// returns false.
+/// Calls @p take for each line of @p text, without its line feed and carriage returns, until @p
+/// take returns false.
 void for_each_line(const QByteArray& text, const std::function<bool(const QString&)>& take);
 
-/// Calls @p take for each numeric line of @p text, in order. Lines of plain numbers are
-/// parsed as they stand; every other line goes through clean(), isLatString(),
-/// FindNumericSubStrings() and Repair_NumString(), which give the same numbers.
+/// Calls @p take for each numeric line of @p text, in order. Lines of plain numbers are parsed
+/// directly; every other line goes through clean(), isLatString(), FindNumericSubStrings() and
+/// Repair_NumString(), which would give the same numbers for plain ones.
 void for_each_numeric_row(const QByteArray& text, const std::function<void(NumericRow)>& take);

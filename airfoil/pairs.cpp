@@ -10,7 +10,7 @@
 
 namespace {
 
-// Where in an outline of N_airfoil points the nose is looked for.
+// The range in which the nose is searched for in an outline of N_airfoil points.
 constexpr qsizetype nose_begin = 450;
 constexpr qsizetype nose_end = 550;
 
@@ -18,7 +18,7 @@ bool has_point(const QPolygonF& polygon, qsizetype i) {
     return i >= 0 && i < polygon.size();
 }
 
-// The end of an index range of the analysis, within the points there are.
+// The end of an index range of the analysis, limited to the size of the outline.
 qsizetype bounded_end(const QPolygonF& polygon, int end) {
     return std::min<qsizetype>(end, polygon.size());
 }
@@ -114,6 +114,6 @@ void Create_FoilPairList(QPolygonF polygon) {
     }
     pairs.append({nose, nose, 0.0});
     for (int i = std::clamp(nose, 0, N_airfoil) + 1; i < bounded_end(polygon, N_airfoil); ++i)
-        // The height is measured from the point to itself, so it is 0 on this side.
+        // On this side the height is measured from the point to itself, so it is 0.
         pairs.append({FindUPIndex(i, polygon), i, height_between(polygon, i, i)});
 }

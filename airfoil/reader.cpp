@@ -15,11 +15,11 @@
 
 namespace {
 
-// The table pane and the picture take some 100 bytes and 3 microseconds a point: a longer
-// outline would use up the memory or stop the window.
+// The table pane and the picture take some 100 bytes and 3 microseconds for each point: a longer
+// outline would exhaust the memory or freeze the window.
 constexpr qsizetype most_points = 4'000'000;
 
-// The decimal separators of a line; its last character is not looked at.
+// The number of decimal separators in a line, not counting its last character.
 int separator_count(const QString& line) {
     int count = 0;
     for (qsizetype i = 0; i < line.size() - 1; ++i) {
@@ -29,7 +29,7 @@ int separator_count(const QString& line) {
     return count;
 }
 
-// Tells the layout of a table from its first three numeric lines.
+// Determines the layout of a table from its first three numeric lines.
 class LayoutProbe {
 public:
     // Takes the next line of the table; false once no more are needed.
@@ -43,15 +43,15 @@ public:
         QString S[3];
         FindNumericSubStrings(line, S);
         const double XXX = field_value(S[0]);
-        // The nose this early in a file is no half contour's: the shift fails its test.
+        // A nose this early in the file does not belong to a half contour: the shift makes the test
+        // for one fail.
         if (XXX <= 0.0 && j <= 3)
             transX = -1.0;
         xx[k] = double(field_number(Repair_NumString(S[0]))) + transX;
         return ++k <= 2;
     }
 
-    // 1 half contour, 2 one outline, 3 three columns; any other number for a layout that
-    // is not known.
+    // 1 half contour, 2 one outline, 3 three columns; any other number for an unknown layout.
     int code() const {
         const bool is_half = k == 3 && xx[0] >= 1.0 && xx[1] <= 0.0 && xx[2] > 0.0;
         return colNum == 2 && is_half ? 1 : colNum;
@@ -126,7 +126,7 @@ QPolygonF normalized_outline(const QByteArray& text) {
     return Normalize_airfoil2(Normalize_airfoil2(std::move(outline), 1), 1);
 }
 
-// What @p work makes of the text of a file; nothing when the memory does not suffice.
+// The result of @p work on the text of a file; an empty one when there is not enough memory.
 template<typename Work>
 auto made_of_file(const QString& name, Work work) -> decltype(work(QByteArray())) {
     try {

@@ -11,8 +11,8 @@
 
 namespace {
 
-// Five decimals, at least seven characters. Exact ties are rounded away from zero, as Qt
-// does it: the standard library rounds them to even.
+// Five decimals, at least seven characters. Exact ties are rounded away from zero, as Qt does; the
+// standard library rounds them to even.
 void append_column(QString& table, double value) {
     constexpr double longest = 1e4;
     const double scaled = std::abs(value) * 1e5;
@@ -20,7 +20,7 @@ void append_column(QString& table, double value) {
         table += QString::number(value, 'f', 5).rightJustified(7, QLatin1Char(' '));
         return;
     }
-    // A negative zero has no sign.
+    // Drops the sign of a negative zero.
     const double printed = value == 0.0 ? 0.0 : value;
     char text[16];
     const auto end = std::to_chars(text, std::end(text), printed, std::chars_format::fixed, 5).ptr;
@@ -37,7 +37,7 @@ void append_row(QString& table, double x, double y) {
 } // namespace
 
 QString airfoil_table(const QString& title, const QPolygonF& poly, int step) {
-    // What lies this close to the trailing edge is replaced by its exact point.
+    // Points this close to the trailing edge are replaced by the exact trailing edge.
     constexpr double xmax = 0.99999;
 
     const int stride = std::max(step, 1);

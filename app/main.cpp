@@ -10,7 +10,7 @@ int main(int argc, char* argv[]) {
     // Desktops find the program's icon by this name.
     QGuiApplication::setDesktopFileName(QStringLiteral("org.kavrund.Aerolith"));
     MainWindow window;
-    // Without a window manager nobody enlarges a maximised window.
+    // Without a window manager a maximised window would keep its size.
     window.resize(application.primaryScreen()->availableGeometry().size());
     window.showMaximized();
     return QApplication::exec();

@@ -24,16 +24,16 @@ namespace {
 // One click of a rotation button: a quarter of a degree, in radians.
 constexpr double rotation_step = 0.5 * Pi / 360.0;
 
-// The drawing has black, dark red and dark blue lines, the fields have dark texts on pink.
-// From this luminance on the ground contrasts with all of them by 4.5 to 1.
+// The drawing has black, dark red and dark blue lines, and the fields have dark text on pink. From
+// this luminance on, the background contrasts with all of them by at least 4.5 to 1.
 constexpr double least_ground_luminance = 0.382;
 
 const QColor light_ground(239, 239, 239);
 
-// Pixels. A row with a negative ordinate just fits beside the scroll bar in a font of 9 points.
+// In pixels. A row with a negative ordinate just fits next to the scroll bar in a 9-point font.
 constexpr double table_margin = 2.0;
 
-// The relative luminance of a colour after WCAG 2.1, 0 (black) to 1 (white).
+// The relative luminance of a colour as WCAG 2.1 defines it, 0 (black) to 1 (white).
 double luminance(const QColor& colour) {
     const auto linear = [](double c) {
         return c <= 0.04045 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4);
@@ -63,11 +63,11 @@ MainWindow::MainWindow(QWidget* parent) : QMainWindow(parent), p(nullptr), opf(n
 bool MainWindow::eventFilter(QObject* watched, QEvent* event) {
     if (event->type() != QEvent::KeyPress)
         return QMainWindow::eventFilter(watched, event);
-    // A key that a child leaves would go on to the editor around it, which hides itself on
-    // Escape and changes the spline on the others.
+    // A key that a child ignores would propagate to the editor, which hides itself on Escape and
+    // changes the spline on the others.
     const int key = static_cast<QKeyEvent*>(event)->key();
     const bool in_field = watched == O1Edit || watched == O2Edit;
-    // The field itself takes Left and Right, but not with every modifier.
+    // The field itself handles Left and Right, but not with every modifier.
     const bool editors_own =
         in_field && (key == Qt::Key_Up || key == Qt::Key_Down || key == Qt::Key_Left ||
                      key == Qt::Key_Right || key == Qt::Key_Delete);
@@ -92,7 +92,7 @@ void MainWindow::keep_ground_light() {
         luminance(QApplication::palette(this).color(QPalette::Window)) < least_ground_luminance;
     const QPalette ground = dark ? QPalette(light_ground) : QPalette();
     setPalette(ground);
-    // Those with a style sheet do not take the palette over from the window.
+    // Widgets with a style sheet do not inherit the palette of the window.
     spline_widget->setPalette(ground);
     for (QWidget* child : spline_widget->findChildren<QWidget*>())
         child->setPalette(ground);
@@ -111,9 +111,9 @@ void MainWindow::fit_labels() {
 }
 
 void MainWindow::resizeEvent(QResizeEvent*) {
-    // A resize that comes with a show event is told before the layouts have run, and the
-    // editor would take the mapping from a size that it does not keep. Layouts that have
-    // run before take themselves for done until they are invalidated.
+    // The resize event of a show arrives before the layouts have run, and the editor would take its
+    // mapping from a size that it does not keep. Layouts that have run before do not run again
+    // until they are invalidated.
     layout()->activate();
     centralWidget()->layout()->invalidate();
     centralWidget()->layout()->activate();
@@ -168,7 +168,7 @@ void MainWindow::on_actionOpen_backround_template_triggered() {
 
 void MainWindow::on_actionOpen_foil_spline_triggered() {
     spline_widget->Init_widget();
-    // Whatever comes of it, the old curve is gone: neither shown nor saved any more.
+    // Whatever the outcome, the old curve is gone: it is neither shown nor saved any more.
     spline_widget->update();
     const QString name = opf->DialogReadSplineFromFile();
     if (name.isEmpty() || !name.contains(QLatin1String(".spl")))

@@ -12,9 +12,8 @@
 #include <QString>
 #include <QTextEdit>
 
-/// The one window. Its slots turn menu entries and buttons into calls of the editor,
-/// the file dialogs and the document; those named on_<object>_<signal> are connected by
-/// name.
+/// The only window. Its slots turn menu entries and buttons into calls to the editor, the file
+/// dialogs and the document; those named on_<object>_<signal> are connected by name.
 class MainWindow : public QMainWindow, public Ui::main_window {
     Q_OBJECT
 
@@ -25,10 +24,11 @@ public:
     myOpenFile* opf;         ///< Dialogs and spline files, owned as a child.
     QTextEdit TabletextEdit; ///< Never shown; the table pane is tableEdit.
 
-    /// Stores @p fileName in the spline and writes it there; nothing for an empty name.
+    /// Stores @p fileName in the spline and writes the spline there; does nothing for an empty
+    /// name.
     void JustSaveSplineFile(QString fileName);
 
-    void About(); ///< Shows the about box.
+    void About(); ///< Shows the About box.
 
     /// Lists @p poly (chord units) in the table pane.
     void Write_BaseTable(QPolygonF poly);
@@ -61,13 +61,13 @@ public slots:
     void on_refreshButton_clicked();
 
 private:
-    // Leaving a field stores only what was typed, not what the program has set.
+    // Makes leaving a field store only what the user typed, not what the program has set.
     void mark_openings_unedited();
 
-    // Gives the window a light ground where the desktop's is too dark for the drawing.
+    // Gives the window a light background where the desktop's is too dark for the drawing.
     void keep_ground_light();
 
-    // Writes the spline as a table, and says so in a box when that fails.
+    // Writes the spline as a table, and reports a failure in a message box.
     void save_table(const QString& name);
 
     // Gives the labels of the fields the largest font in which their texts are not cut off.

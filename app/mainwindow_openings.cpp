@@ -13,7 +13,7 @@
 
 namespace {
 
-// The number of a field in the user's writing or in the plain one, 0 for none.
+// The number in a field, in the user's locale or else in the C locale; 0 for none.
 double number(const QString& text) {
     QLocale locale;
     locale.setNumberOptions(QLocale::RejectGroupSeparator);
@@ -24,8 +24,8 @@ double number(const QString& text) {
     return ok ? value : 0.0;
 }
 
-// Every paragraph takes the pane some 150 bytes. In long tables only each 64th row begins one,
-// which shows, copies and reads back the same.
+// Each paragraph takes the pane some 150 bytes. In long tables only every 64th row begins one; what
+// is shown, copied and read back is the same.
 QString with_few_paragraphs(QString table) {
     constexpr qsizetype long_table = 1'000'000;
     constexpr int rows_of_a_paragraph = 64;
@@ -39,8 +39,8 @@ QString with_few_paragraphs(QString table) {
     return table;
 }
 
-// Line edits count a text that the program sets as edited, and say so when they are left. One
-// that has been left before does not.
+// QLineEdit treats a text set by the program as edited, and emits editingFinished() when the field
+// loses the focus. Sending that event once clears the state.
 void mark_unedited(QLineEdit* field) {
     const QSignalBlocker unheard(field);
     QFocusEvent leaving(QEvent::FocusOut);
@@ -77,7 +77,7 @@ void MainWindow::on_O2Edit_editingFinished() {
 }
 
 void MainWindow::Write_BaseTable(QPolygonF poly) {
-    // The title line ends like a row, and so does airfoil_table() end it.
+    // The title line ends like a row, as in airfoil_table().
     const QString outname = QStringLiteral(" airfoil table \t\n");
     tableEdit->clear();
     tableEdit->setText(with_few_paragraphs(airfoil_table(outname, poly, 1)));

@@ -75,7 +75,7 @@ QSize EditSpline::SizeHint() const {
 }
 
 void EditSpline::showEvent(QShowEvent*) {
-    // One more connection each time the widget is shown: the menu then opens as often.
+    // Every show event adds a connection, and the menu then opens that many times.
     connect(this, &QWidget::customContextMenuRequested, this, &EditSpline::ShowContextMenu);
     f_scale = 1.0;
     p_D = QPointF(0.0, 0.0);

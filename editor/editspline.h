@@ -22,14 +22,14 @@ class TemplateImage;
 
 /// Editor of the document's spline over its template.
 ///
-/// Frames of coordinates:
+/// Coordinate frames:
 /// - chord units: leading edge (0, 0), trailing edge (1, 0), y upwards; the template
 ///   and the work polygon;
 /// - logical pixels: (xc + x L_T, yc - y L_T); the control points and the curve;
 /// - widget pixels: f_scale * logical + p_D; the mouse.
 ///
-/// The logical pixels follow from the widget's size, so every Init_widget() empties
-/// the spline. Every handler and operation may be called without an event.
+/// The logical pixels depend on the widget's size, so every Init_widget() clears the spline.
+/// Handlers and operations may be called directly, without an event.
 class EditSpline : public QWidget {
     Q_OBJECT
 
@@ -44,7 +44,7 @@ public:
     QPoint lastPos;            ///< Last mouse position, widget pixels.
     QPointF lastPosF;          ///< The position of the last press, widget pixels.
     QPointF Orig;              ///< Leading edge, logical pixels.
-    QPointF curPnt;            ///< Position taken for the point that was added last.
+    QPointF curPnt;            ///< Position used for the point added last.
     double f_scale = 1.0;      ///< Zoom factor, within 0.5..4.
     QPointF LE;                ///< Not used.
     QPointF TE;                ///< Trailing edge, logical pixels.
@@ -64,8 +64,8 @@ public:
     /// @name View and mapping
     /// @{
 
-    /// Takes the mapping from the present size, resets view and selection, and empties
-    /// the spline and the openings of the document.
+    /// Takes the mapping from the current size, resets view and selection, and clears the spline
+    /// and the openings of the document.
     void Init_widget();
 
     /// The cursor's position in widget pixels.
@@ -79,26 +79,25 @@ public:
     void transformPainter(QPainter& painter);
 
     QSize minimumSizeHint() const override; ///< Always 1024 x 768 pixels.
-    QSize SizeHint() const;                 ///< The present size; no override of sizeHint().
+    QSize SizeHint() const;                 ///< The current size; does not override sizeHint().
     /// @}
 
     /// @name Painting
-    /// Each takes the painter of the open frame.
+    /// Each takes the painter of the current frame.
     /// @{
     void Coor_System(QPainter* painter);          ///< Grid, axes, labels, openings.
     void Paint_BackgroundPoly(QPainter* painter); ///< The template and its points.
     void Paint_Spline(QPainter* painter);         ///< Control points, polygon and curve.
 
-    /// One status line at @p pos (widget pixels): @p label and the texts of
-    /// FindThickness of @p poly (chord units); none for an empty outline.
+    /// One status line at @p pos (widget pixels): @p label and the texts of FindThickness for @p
+    /// poly (chord units); nothing for an empty outline.
     void Paint_thickness(QPolygonF* poly, QPointF pos, QString label, QPainter* painter);
 
-    void ShowKnotString(QPainter* painter); ///< Draws nothing: the place of a knot read-out.
+    void ShowKnotString(QPainter* painter); ///< Draws nothing; reserved for a knot read-out.
     /// @}
 
     /// @name Editing of control points
-    /// What needs a selection does nothing without one. None of them repaints unless
-    /// it says so.
+    /// Operations that need a selection do nothing without one. None repaints unless stated.
     /// @{
 
     /// Index of the first inner control point less than 8 widget pixels from lastPos;
@@ -108,19 +107,18 @@ public:
     /// Moves the selected point by (dx, dy) logical pixels and repaints.
     void MovePoint(int dx, int dy);
 
-    /// Inserts a point after the selected one, half way between lastPos and the next
-    /// point; after the last point it appends at @p P. The 31st point is refused with
-    /// a tool tip.
+    /// Inserts a point after the selected one, half way between lastPos and the next point; after
+    /// the last point it appends at @p P. A 31st point is refused with a tool tip.
     void New_Point_Insert(QPoint P);
 
     /// Appends a point at @p P (logical pixels), unless an inner point is selected.
-    /// The 31st point is refused with a tool tip.
+    /// A 31st point is refused with a tool tip.
     void Append_New_Point(QPoint P);
 
-    void Remove_Point(); ///< Removes the selected point and the selection.
+    void Remove_Point(); ///< Removes the selected point and clears the selection.
 
-    /// Brings the knot after the selected point's to 0.0001 behind the one before it,
-    /// for a near corner at the point; for points from 2 on.
+    /// Moves the knot after the selected point's knot to 0.0001 above the knot before it, which
+    /// makes the curve nearly a corner at the point; for points from 2 on.
     void Toggle_Conic_Control();
     /// @}
 
@@ -128,12 +126,11 @@ public:
     /// @{
 
     /// Scales the control points about the pixel origin so that the curve is L_T wide,
-    /// and evaluates it again. A width that is not finite or below 1e-6 pixel scales
-    /// nothing.
+    /// and evaluates it again. A width that is not finite or is below 1e-6 pixels scales nothing.
     void Normalize_Spline_Poly();
 
-    /// Moves the spline so that its first control point is TE, and normalises it, if it
-    /// is more than 1e-5 pixels (Manhattan) away.
+    /// If the first control point is more than 1e-5 pixels (Manhattan) away from TE, moves the
+    /// spline so that it is TE, and normalises it.
     void AdjustSpline_TE();
 
     /// Moves the spline by @p d logical pixels and pins both end points to TE.
@@ -153,10 +150,10 @@ public:
     /// @{
 
     /// Writes every ninth point of the curve as a coordinate table to @p filename,
-    /// headed by that name; nothing for an empty name. See table_saved() for the outcome.
+    /// headed by that name; does nothing for an empty name. table_saved() gives the outcome.
     void Save_airfoil_table(QString filename);
 
-    /// Whether the last Save_airfoil_table() with a name wrote every byte.
+    /// Whether the last Save_airfoil_table() with a non-empty name wrote every byte.
     bool table_saved() const;
     /// @}
 
@@ -175,7 +172,7 @@ public:
 
 public slots:
     void repaint_opened_spline();            ///< Evaluates the curve and repaints.
-    void Action_From_Menu(QPoint P, int m);  ///< Does entry @p m of the context menu.
+    void Action_From_Menu(QPoint P, int m);  ///< Runs entry @p m of the context menu.
     void ShowContextMenu(const QPoint& pos); ///< Runs the context menu at @p pos, widget pixels.
 
 private:
@@ -196,8 +193,8 @@ private:
     QBasicTimer tooltip_timer;
     bool saved = true;
 
-    // What painting keeps of the template. The polygons share their data with the
-    // document's template as long as that is unchanged.
+    // What painting keeps of the template. The polygons share their data with the document's
+    // template until that changes.
     QPolygonF mapped_template;
     QRect template_mapping;
     QPolygonF template_pixels;
@@ -210,7 +207,7 @@ private:
 /// around the control point @p selected (-1 for none). @p CP in logical pixels.
 void Paint_Spline_Aux(QPainter* painter, int num, int i, QPointF* CP, int selected);
 
-/// The least distance from @p P to a vertex of @p poly; 1e18 for an empty one.
+/// The least distance from @p P to a vertex of @p poly; 1e18 for an empty polygon.
 double Dist_Spline_Pnt(QPolygonF poly, QVector2D P);
 
 /// Asks a question in a modal box.

@@ -46,7 +46,7 @@ bool EditSpline::at_point_limit() {
     if (p->spline.point_count() < MAXNUMPOINTS)
         return false;
     tell_point_limit();
-    // The focus comes back from the menu later, and hides every tool tip.
+    // The focus returns from the menu later, which hides every tool tip.
     tooltip_timer.start(refocus_time, this);
     return true;
 }
@@ -79,7 +79,7 @@ void EditSpline::New_Point_Insert(QPoint P) {
         return;
     curPnt = QPointF(lastPos);
     const QPointF newPnt = 0.5 * (curPnt + spline.CP[i_pnt + 1]);
-    // The slot after the last point moves too, where there is a place for it.
+    // The element after the last point moves too, where the array has room for it.
     for (int k = std::min(count, MAXNUMPOINTS - 2); k >= i_pnt + 1; --k)
         spline.CP[k + 1] = spline.CP[k];
     spline.CP[i_pnt + 1] = newPnt;
@@ -139,7 +139,7 @@ double Dist_Spline_Pnt(QPolygonF poly, QVector2D P) {
 }
 
 int Break_Question(QString Text, QString questionText) {
-    // Without a parent: a child of the editor would take on its colour.
+    // Without a parent: a child of the editor would inherit its colour.
     QMessageBox msgBox;
     msgBox.setTextFormat(Qt::PlainText);
     msgBox.setText(Text);

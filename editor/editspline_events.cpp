@@ -18,7 +18,7 @@ constexpr double least_zoom = 0.5;
 constexpr double greatest_zoom = 4.0;
 constexpr double wheel_units_per_doubling = 1080.0;
 
-// The places of the context menu's entries.
+// The positions of the context menu's entries.
 enum MenuEntry {
     upper_line,
     normalize_entry,
@@ -91,7 +91,7 @@ void EditSpline::keyPressEvent(QKeyEvent* event) {
         break;
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        // The way out of a press whose release went to the context menu.
+        // Recovers from a press whose release went to the context menu.
         mousepressed = false;
         repaint();
         break;
@@ -121,7 +121,7 @@ void EditSpline::keyPressEvent(QKeyEvent* event) {
 void EditSpline::ShowContextMenu(const QPoint& pos) {
     const bool is_pnt = selected_point() >= 0;
     const QPoint globalPos = mapToGlobal(pos);
-    // Without a parent: a child of the editor would take on its colour.
+    // Without a parent: a child of the editor would inherit its colour.
     QMenu myMenu;
     std::array<QAction*, entry_count> actions = {};
     actions[upper_line] = myMenu.addAction(tr("________________"));

@@ -17,14 +17,14 @@
 
 namespace {
 
-// What lies beyond (pixels), or is not finite, is not drawn.
+// Coordinates beyond this (pixels), or not finite, are not drawn.
 constexpr double drawable_limit = 1e6;
 
-// A spline is at its place after two paints; the bound keeps a spline that never gets
-// there from painting for ever.
+// A spline is in its place after two paints. The bound keeps one that never settles from repainting
+// for ever.
 constexpr int most_settling_paints = 4;
 
-// File names have at most 255 characters; a damaged file may hold any number.
+// File names have at most 255 characters; a damaged file may hold a longer one.
 constexpr qsizetype longest_name = 255;
 
 // Whether two polygons share their points, so that neither has changed.
@@ -53,7 +53,7 @@ void draw_circle(QPainter* painter, QPointF centre, double radius) {
         painter->drawEllipse(centre, radius, radius);
 }
 
-// The lines of the grid and their texts stand on whole pixels.
+// The lines of the grid and their labels lie on whole pixels.
 void draw_line(QPainter* painter, double x1, double y1, double x2, double y2) {
     painter->drawLine(int(x1), int(y1), int(x2), int(y2));
 }
@@ -89,8 +89,8 @@ void EditSpline::paintEvent(QPaintEvent*) {
     settle();
 }
 
-// One paint scales the spline about the pixel origin and only the next one moves it to
-// its place, so a picture that is not settled asks for another one.
+// One paint scales the spline about the pixel origin and only the next one moves it to its place,
+// so a paint that is not settled requests another one.
 void EditSpline::settle() {
     const double away = (TE - p->spline.CP[0]).manhattanLength();
     const bool settled =
@@ -126,7 +126,7 @@ void EditSpline::Paint_thickness(QPolygonF* poly, QPointF pos, QString label, QP
     } else {
         FindThickness(poly, results);
     }
-    // No pattern: the label holds a file name, which may hold "%1".
+    // Not QString::arg(): the label holds a file name, which may contain "%1".
     painter->drawText(pos, label + results[0] + QLatin1String(" || ") + results[1]);
 }
 
@@ -144,7 +144,7 @@ void EditSpline::paint_chord_ticks(QPainter* painter) {
     const double step = L_T / 100.0;
     if (!(step > 0.0))
         return;
-    // Counted: the accumulated x misses the trailing edge at about half of all widths.
+    // Counted, because an accumulated x misses the trailing edge at about half of all widths.
     double x = xc;
     for (int i = 0; i <= 100; ++i) {
         if (i % 10 == 0) {
@@ -189,8 +189,8 @@ void EditSpline::Paint_BackgroundPoly(QPainter* painter) {
     template_image->paint(painter, template_outline());
 }
 
-// The template in logical pixels, as far as it can be drawn. Kept until the template or
-// the mapping changes.
+// The drawable points of the template in logical pixels. Kept until the template or the mapping
+// changes.
 const QPolygonF& EditSpline::template_outline() {
     const QRect place(xc, yc, L_T, 0);
     if (same_data(mapped_template, p->baseAirfoil) && place == template_mapping)

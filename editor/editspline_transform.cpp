@@ -6,7 +6,7 @@
 #include "numerics/transform.h"
 
 void EditSpline::Normalize_Spline_Poly() {
-    // About the pixel origin: the next paint moves the spline back to the trailing edge.
+    // Scales about the pixel origin: the next paint moves the spline back to the trailing edge.
     scale_to_chord(p->spline, spline_poly, L_T);
 }
 

@@ -14,17 +14,17 @@ namespace {
 constexpr double point_radius = 3.0;
 constexpr double outline_width = 2.0;
 
-// How far the drawing reaches beyond the outline, with a pixel to spare.
+// How far the drawing extends beyond the outline, plus one pixel.
 constexpr double margin = point_radius + outline_width + 1.0;
 
 constexpr qint64 most_pixels = qint64(16) << 20;
 
-// A path takes the engine some 250 bytes a point, which an outline of a million points makes
-// too many.
+// A path takes the paint engine some 250 bytes a point, too much for an outline of a million
+// points.
 constexpr qsizetype longest_path = 20'000;
 
-// Draws the lines of a closed outline that begin at the points first .. last, and the one
-// behind them, so that the corner before it has its join.
+// Draws the lines of a closed outline that begin at the points first .. last, and the line after
+// them, so that the corner between has its join.
 void draw_lines(QPainter* painter, const QPolygonF& outline, qsizetype first, qsizetype last) {
     const qsizetype size = outline.size();
     qsizetype end = last + 2;
@@ -36,10 +36,11 @@ void draw_lines(QPainter* painter, const QPolygonF& outline, qsizetype first, qs
     painter->drawPolyline(run);
 }
 
-// Draws a closed outline in runs of those lines that come within a rectangle, all for none.
+// Draws a closed outline in runs of those lines that come within a rectangle; all of them for a
+// null rectangle.
 void draw_in_runs(QPainter* painter, const QPolygonF& outline, const QRectF& within) {
     const QPen pen = painter->pen();
-    // A cap would stand out where the next run begins.
+    // A cap would show where the next run begins.
     QPen uncapped = pen;
     uncapped.setCapStyle(Qt::FlatCap);
     painter->setPen(uncapped);
@@ -62,7 +63,8 @@ void draw_in_runs(QPainter* painter, const QPolygonF& outline, const QRectF& wit
     painter->setPen(pen);
 }
 
-// Whether the painter's pixels are either drawn or not, so that an image can hold them.
+// Whether every pixel is either drawn or not, without blending, so that an image can hold the
+// drawing.
 bool draws_whole_pixels(const QPainter& painter) {
     const QTransform& transform = painter.deviceTransform();
     return painter.paintEngine()->type() == QPaintEngine::Raster &&
@@ -79,14 +81,14 @@ qint64 pixel_count(QSize size) {
     return qint64(size.width()) * size.height();
 }
 
-// Whether a rectangle is far from the limits of whole pixels.
+// Whether a rectangle is far from the limits of integer coordinates.
 bool is_near(const QRectF& rect) {
     constexpr double far_away = 1e8;
     return rect.left() > -far_away && rect.top() > -far_away && rect.right() < far_away &&
            rect.bottom() < far_away;
 }
 
-// What the device shows of a picture.
+// The part of a picture that the device shows.
 QRect shown_part(const QPainter& painter, QRect bounds) {
     const QPaintDevice* device = painter.paintEngine()->paintDevice();
     return QRect(0, 0, std::min(bounds.right() + 1, device->width()),
@@ -143,8 +145,8 @@ bool TemplateImage::crosses_edges(const Picture& picture) {
     return picture.bounds.left() < 0.0 || picture.bounds.top() < 0.0;
 }
 
-// Once a picture that crosses the edges stands still, an image of just what the device
-// shows spares the crossings.
+// When a picture that crosses the edges is drawn again at the same place, an image of only the
+// visible part makes the crossings unnecessary.
 bool TemplateImage::holds(const QPainter& painter, const Picture& picture) const {
     if (image.isNull() || !same_but_shifted(kept, picture))
         return false;
@@ -181,8 +183,8 @@ bool TemplateImage::make(const QPainter& painter, const Picture& picture) {
     return true;
 }
 
-// Where points and lines cross the left or the upper edge of the device. There the engine
-// rounds otherwise than within it, so a shifted image does not show what it would draw.
+// Where points and lines cross the left or upper edge of the device. There the paint engine rounds
+// differently than inside, so a shifted image does not show what the engine would draw.
 QRegion TemplateImage::crossings(const Picture& picture, QRect device) {
     if (!crosses_edges(picture))
         return QRegion();

@@ -12,17 +12,17 @@
 #include <QRegion>
 #include <QTransform>
 
-/// Draws the template, and keeps its picture for frames in which only other things change.
+/// Draws the template, and keeps its picture for frames in which only other items change.
 ///
-/// An image stands for the drawing to the last pixel: it is used on raster engines alone,
-/// without antialiasing, and at a zoom of 1 or more, where every pixel is either drawn or
-/// not. It is made when the same picture is drawn for the second time; a shift by whole
-/// device pixels keeps it. Another outline, pen, zoom or fraction of a pixel empties it.
+/// The image replaces the drawing pixel for pixel: it is used only on raster engines, without
+/// antialiasing, and at a zoom of 1 or more, where every pixel is either drawn or not. It is made
+/// when the same picture is drawn for the second time, and a shift by whole device pixels keeps it.
+/// Another outline, pen, zoom or fractional offset discards it.
 class TemplateImage {
 public:
     /// Draws the template with the painter's pen around its points. Afterwards the painter
     /// has the pen of the outline and no brush.
-    /// @param painter the open painter, with the transform of the view
+    /// @param painter the active painter, with the transform of the view
     /// @param outline the template in the painter's logical pixels, all drawable
     void paint(QPainter* painter, const QPolygonF& outline);
 
