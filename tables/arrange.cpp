@@ -8,7 +8,7 @@ namespace tables {
 
 namespace {
 
-// Twice the area within the outline, counterclockwise positive, its ends joined.
+// Twice the area enclosed by the outline with its ends joined, positive when counter-clockwise.
 double doubled_area(const QPolygonF& outline) {
     double sum = 0.0;
     QPointF last = outline.last();
@@ -36,7 +36,8 @@ QString number(double value) {
     return QString::number(value, 'g', 8);
 }
 
-// Remembers where on the rows the mouth ends, to tell the stations once the rows have moved.
+// Keeps the places of the mouth's ends on the rows, to compute the stations after the rows have
+// moved.
 class Mouth {
 public:
     explicit Mouth(const Table& table) : is_turned(!is_upper_first(table.points)) {
@@ -46,7 +47,7 @@ public:
         const Extent extent(outline);
         const double stations[2] = {table.openings->start, table.openings->end};
         for (std::size_t i = 0; i < 2; ++i) {
-            // 0 says that the mouth begins, or ends, at the nose, wherever that is.
+            // 0 means that the mouth begins or ends at the nose, wherever that is.
             if (stations[i] != 0.0)
                 ends[i] = cut_second_side(outline, extent.x_at(stations[i]), 0.0);
         }
@@ -186,7 +187,7 @@ Table normalized(Table table) {
     const Mouth mouth(table);
     for (QPointF& point : table.points) {
         const QPointF a = point - nose;
-        // Complex division by the chord turns and scales at once.
+        // Complex division by the chord rotates and scales at once.
         const double x = a.x() * chord.x() + a.y() * chord.y();
         const double y = a.y() * chord.x() - a.x() * chord.y();
         point = QPointF(x / squared_chord, y / squared_chord);

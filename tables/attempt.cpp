@@ -16,7 +16,7 @@ bool has_error(const QList<Finding>& findings) {
                        [](const Finding& finding) { return finding.gravity == Gravity::error; });
 }
 
-void tell_slips(const Choice& choice, const Course& course, QList<Finding>& findings) {
+void report_slips(const Choice& choice, const Course& course, QList<Finding>& findings) {
     constexpr std::size_t most_told = 8;
     for (std::size_t i = 0; i < std::min(course.slips.size(), most_told); ++i) {
         const int row = course.slips[i];
@@ -46,7 +46,7 @@ Finding no_layout(const Sheet& sheet, const Course& course) {
                 .arg(course.runs.empty() ? QStringLiteral("nowhere") : described(course))};
 }
 
-// Puts what fits as well as what is there beside it, what fits better in its place.
+// Keeps the best reading so far, and a second one that fits equally well.
 class Contest {
 public:
     void add(const Layout& layout, Success entry) {
@@ -72,7 +72,7 @@ public:
             attempt.candidates = {name(winner), name(rival)};
             attempt.errors.append(
                 {Gravity::error, best->line,
-                 QStringLiteral("reads as %1 (%2) and as %3 (%4); expected one of them, told by "
+                 QStringLiteral("reads as %1 (%2) and as %3 (%4); expected one of them, chosen by "
                                 "--layout")
                      .arg(name(winner), QString::fromLatin1(winner->shape), name(rival),
                           QString::fromLatin1(rival->shape))});
@@ -140,7 +140,7 @@ Attempt attempt(const Sheet& rows, const Sheet* scope, const Head& head, const Q
                     reading->findings.append(*fault);
             }
             reading->findings = choice.findings + reading->findings;
-            tell_slips(choice, course, reading->findings);
+            report_slips(choice, course, reading->findings);
             Success success = {QString::fromLatin1(candidate.name),
                                std::move(*reading),
                                choice.sheet.line(0),

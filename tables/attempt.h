@@ -6,7 +6,7 @@
 
 namespace tables {
 
-/// A reading with what the steps before it had to say.
+/// A reading with the findings of the steps before it.
 struct Success {
     QString layout;
     Reading reading;
@@ -14,20 +14,19 @@ struct Success {
     std::size_t first; ///< Places in Rows::lines: the first and the last row, counts included.
     std::size_t last;
     std::vector<std::size_t>
-        heads; ///< Rows right before the section; Reading::heads of them known.
+        heads; ///< Rows directly before the section; the reading explains Reading::heads of them.
 };
 
-/// What came of a group of rows. Without a success there is an error.
+/// The result for a group of rows. Without a success there is an error.
 struct Attempt {
     std::optional<Success> success;
     QList<Finding> errors;
-    QStringList candidates; ///< Two layouts that fit equally well, else empty.
+    QStringList candidates; ///< Two layouts that fit equally well, otherwise empty.
 };
 
-/// Tries the layouts on @p rows, only the one of the name @p layout unless that is empty. The
-/// unit comes from @p scope, the rows of all elements, or without it from the rows themselves,
-/// which then have to cover a chord. Of two columns
-/// only @p whole groups may be half contours.
+/// Tries all layouts on @p rows, or only @p layout unless that is empty. The unit is found in @p
+/// scope, the rows of all elements, or without it in the rows themselves, which then have to cover
+/// a chord. With two columns, only @p whole groups may be half contours.
 Attempt attempt(const Sheet& rows, const Sheet* scope, const Head& head, const QString& layout,
                 bool whole);
 

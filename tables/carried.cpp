@@ -11,7 +11,7 @@ namespace tables {
 
 namespace {
 
-// Longer ones are not of this program.
+// This program writes no longer ones.
 constexpr qsizetype longest_line = 4096;
 
 std::optional<Openings> openings_of(QByteArrayView numbers) {
@@ -31,7 +31,7 @@ std::optional<Openings> openings_of(QByteArrayView numbers) {
     return openings;
 }
 
-// The member of an object that stands in a line of its own.
+// The member of an object that has a line of its own.
 QJsonObject member_of(QByteArrayView line) {
     QByteArray text = line.toByteArray();
     if (text.startsWith('{'))

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What csv and json tables of this program say beside their rows.
+// What csv and json tables written by this program hold besides their rows.
 #pragma once
 
 #include "tables/rows.h"
@@ -7,8 +7,8 @@
 
 namespace tables {
 
-/// Takes the openings, and the title of json, from the lines before @p first, as Format::csv and
-/// Format::json have them. What is damaged is left alone.
+/// Takes the openings, and for json the title, from the lines before @p first, as Format::csv and
+/// Format::json write them. Damaged items are ignored.
 void take_carried(const Rows& rows, std::size_t first, Table& table);
 
 } // namespace tables

@@ -9,7 +9,7 @@ namespace tables {
 
 namespace {
 
-// Point numbers rise by one from row to row, and may begin anew behind a gap or words.
+// Point numbers rise by one from row to row, and may start again after a gap or words.
 bool is_numbering(const Sheet& sheet, int column) {
     for (int row = 0; row < sheet.rows(); ++row) {
         const double number = sheet.at(row, column);
@@ -34,7 +34,7 @@ bool is_constant(const Sheet& sheet, int column) {
     return range.least == range.greatest;
 }
 
-// A numbering that could as well be stations in percent or per mille.
+// A numbering that could just as well be stations in percent or per mille.
 bool could_be_stations(const Sheet& sheet, int column) {
     const Range range = range_of(sheet, column);
     return sheet.columns() > 2 && range.least == 0.0 &&

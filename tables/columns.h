@@ -9,20 +9,20 @@
 
 namespace tables {
 
-/// A sheet whose first column is x, with what was done to it.
+/// A sheet whose first column is x, with findings on how it was made.
 struct Choice {
     Sheet sheet;
     QList<Finding> findings;
 };
 
-/// The readings of the columns: without point numbers, without a coordinate that is the same in
-/// all rows. More than one where both make sense: a third column of zeros is z of a plane
-/// section, or the lower side of one with a flat bottom.
+/// The possible readings of the columns, without point numbers and without a coordinate that is the
+/// same in all rows. There are two where both make sense: a third column of zeros is either z of a
+/// plane section or the lower side of a section with a flat bottom.
 std::vector<Choice> column_choices(const Sheet& sheet);
 
-/// Sets the unit by the width of x in @p scope: about 1 fractions of the chord, about 100
-/// percent, about 1000 per mille, all else millimetres. An error where x covers a part of a
-/// chord only. Does nothing for a width of 0.
+/// Sets the unit by the width of x in @p scope: fractions of the chord for about 1, percent for
+/// about 100, per mille for about 1000, millimetres for anything else. An error where x covers only
+/// part of a chord. Does nothing for a width of 0.
 std::optional<Finding> find_unit(Choice& choice, const Sheet& scope);
 
 } // namespace tables

@@ -10,8 +10,8 @@
 
 namespace tables {
 
-/// The cubic through four different points whose parameter is the length of the straight lines
-/// between them (Lagrange's form).
+/// The cubic through four distinct points, parametrised by the length of the straight lines between
+/// them (Lagrange's form).
 class Cubic {
 public:
     explicit Cubic(const std::array<QPointF, 4>& through) : points(through) {

@@ -15,7 +15,7 @@ namespace tables {
 namespace {
 
 constexpr qsizetype longest_field = 400;
-// Beyond this no table goes, and squares and sums stay finite.
+// No table has larger numbers, and squares and sums of smaller ones stay finite.
 constexpr double largest_number = 1e12;
 constexpr double no_number = std::numeric_limits<double>::quiet_NaN();
 
@@ -73,7 +73,7 @@ QByteArrayView without_brackets(QByteArrayView field) {
     return field;
 }
 
-// A place that a program or a person left without a number.
+// A placeholder instead of a number.
 bool is_empty_place(QByteArrayView field) {
     return (field.size() >= 3 && repeats(field, '*')) || (field.size() >= 2 && repeats(field, '.'));
 }
@@ -99,8 +99,8 @@ bool begins_like_number(QByteArrayView field) {
            (field[1] == '.' || field[1] == ',');
 }
 
-// Whether the field was meant as a number: digits with a letter that looks like one, a second
-// point, a sign in its middle. `E63` and `S1223` are names.
+// Whether the field was meant to be a number: digits with a letter that looks like a digit, with a
+// second point, or with a sign inside. `E63` and `S1223` are names.
 bool is_nearly_number(QByteArrayView field) {
     return is_not_a_number(field) ||
            (begins_like_number(field) && has_digit(field) && of_damaged_numbers.has_all(field));
@@ -112,8 +112,8 @@ char as_plain(char c, bool decimal_commas) {
     return c == ',' && decimal_commas ? '.' : c;
 }
 
-// Whether what follows a number begins another one that touches it. Without points an exponent
-// may have lost its letter.
+// Whether the text after a number begins another one that touches it. Without points it may be an
+// exponent that has lost its letter.
 bool is_touching(QByteArrayView number, QByteArrayView rest) {
     return rest.size() >= 2 && is_sign(rest.front()) && number.contains('.') &&
            rest.contains('.') && (is_digit(rest[1]) || rest[1] == '.');
@@ -123,7 +123,7 @@ bool is_in_range(double number) {
     return std::isfinite(number) && std::abs(number) <= largest_number;
 }
 
-// Where the field that begins at c ends, if it is a number as std::from_chars reads it.
+// The end of the field that begins at c, if std::from_chars reads it as a number.
 const char* read_plain_number(const char* c, const char* end, const CharacterSet& ends,
                               double& number) {
     const char* const digits = *c == '-' ? c + 1 : c;
@@ -234,7 +234,7 @@ void read_fields(QByteArrayView line, bool decimal_commas, Fields& fields) {
         }
         after_separator = false;
     }
-    // One separator ends a row, two leave a place empty at its end.
+    // One separator at the end of a row is ignored, two leave an empty place.
     if (c == end && after_separator && !fields.numbers.empty() && std::isnan(fields.numbers.back()))
         fields.numbers.push_back(no_number);
     fields.remark = c != end;
@@ -265,7 +265,7 @@ bool has_decimal_commas(QByteArrayView utf8) {
             ++with_points;
             continue;
         }
-        // Parted by something else, each field has one comma at most, and behind it a digit.
+        // If something else separates the fields, each has at most one comma, followed by a digit.
         int fields = 0;
         bool decimal = true;
         bool any = false;

@@ -27,8 +27,7 @@ bool is_row(const Rows& rows, std::size_t line) {
            rows.lines[line].count <= most_columns;
 }
 
-// Whether only words, marks and counts stand between two stretches of a table, or one damaged
-// row.
+// Whether only words, marks and counts, or one damaged row, lie between two stretches of a table.
 bool belongs_to(const Rows& rows, const Group& group, std::size_t next) {
     if (int(rows.lines[next].count) != group.columns)
         return false;
@@ -51,8 +50,8 @@ bool is_digit(char c) {
     return c >= '0' && c <= '9';
 }
 
-// Whether a line of words between rows was to be one: it begins as a number does, or each of as
-// many fields has a digit and one is a decimal number.
+// Whether a line of words between rows was meant to be a row: it begins like a number, or it has as
+// many fields as a row, each with a digit and one of them a decimal number.
 bool is_spoilt_row(const Rows& rows, std::size_t line, int columns) {
     const QByteArrayView text = rows.line_text(line).trimmed();
     if (is_comment(text) || text.size() > 200)
@@ -84,8 +83,8 @@ bool is_date(QByteArrayView text) {
            is_part(parts[2], 2, 4);
 }
 
-// Whether a line of whole numbers between two rows is a count: x begins anew behind it, and it is
-// no x of a trailing edge itself.
+// Whether a line of whole numbers between two rows is a count: x starts again after it, and it is
+// not the x of a trailing edge itself.
 bool is_count_between(const Rows& rows, std::size_t line) {
     const double before = rows.value(line - 1, 0);
     const double behind = rows.value(line + 1, 0);
@@ -169,7 +168,7 @@ QByteArray words_above(const Rows& rows, std::size_t line) {
 }
 
 std::optional<Finding> damage_in(const Rows& rows, std::size_t first, std::size_t last) {
-    // A damaged row near an end cuts off one or two sound ones.
+    // A damaged row near an end cuts off one or two intact ones.
     constexpr std::size_t farthest = 3;
     const std::size_t size = rows.lines.size();
     if (size == 0)
@@ -206,7 +205,7 @@ std::optional<Finding> damage_in(const Rows& rows, std::size_t first, std::size_
                                .arg(shown(rows.line_text(line)), what, numbers_text(columns))};
         };
         if (here.kind == LineKind::damaged) {
-            // A title, a date and a remark beside the rows may look like numbers.
+            // A title, a date or a remark next to the rows may look like numbers.
             const bool is_title = line == 0 && here.count < 2;
             const bool is_remark =
                 is_date(rows.line_text(line)) || (!touches && here.count != columns);
@@ -264,7 +263,7 @@ QString title_of(const Rows& rows, std::size_t first_row, bool second_line) {
             break;
         while (!text.isEmpty() && QStringLiteral("#!%;*/'\"").contains(text.front()))
             text = text.mid(1).trimmed();
-        // A line that names columns is no title.
+        // A line of column names is not a title.
         const QString first = text.section(QLatin1Char(' '), 0, 0).toLower();
         const bool names_columns =
             first == QLatin1String("x") || first.startsWith(QLatin1String("x/c")) ||

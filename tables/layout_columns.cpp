@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Both sides at once: in columns beside each other, or in rows in turn.
+// Both sides at once: in adjacent columns, or in alternating rows.
 #include "tables/layouts.h"
 
 #include <algorithm>
@@ -9,8 +9,8 @@ namespace tables {
 
 namespace {
 
-// Whether two sides come near each other at the nose and at the trailing edge, as those of a
-// section do. A slope, a radius or a coefficient does not.
+// Whether two sides come close to each other at the nose and at the trailing edge, like those of a
+// section. Slopes, radii and coefficients do not.
 bool meet(const Outline& to_nose, const Outline& from_nose) {
     const QPolygonF& a = to_nose.points;
     const QPolygonF& b = from_nose.points;
@@ -41,7 +41,7 @@ std::optional<Reading> read_columns(const Question& question) {
 std::optional<Reading> read_pairs(const Question& question) {
     if (question.sheet.columns() != 4)
         return std::nullopt;
-    // Either side may have fewer rows than the other one.
+    // Either side may have fewer rows than the other.
     Reading reading;
     Sheet first = question.sheet;
     first.remove_column(3);
@@ -90,7 +90,7 @@ std::optional<Reading> read_turns(const Question& question) {
     if (!(in_turn > 2.0 * along_sides))
         return std::nullopt;
 
-    // The row at the leading or trailing edge that has no partner belongs to both sides.
+    // The row at the leading or trailing edge without a partner belongs to both sides.
     const auto x_step = [&](int row) { return std::abs(sheet.at(row, 0) - sheet.at(row - 1, 0)); };
     const bool lone_first = x_step(1) > x_step(2);
     const bool lone_last = x_step(rows - 1) > x_step(rows - 2);
@@ -103,7 +103,7 @@ std::optional<Reading> read_turns(const Question& question) {
                 sides[side].append(point, sheet.line(row));
         }
     }
-    // The first row behind the lone one begins the first side.
+    // The row after the lone one begins the first side.
     const int begins = lone_first ? 1 : 0;
     Outline& first = sides[begins];
     Outline& second = sides[1 - begins];

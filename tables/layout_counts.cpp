@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Layouts that begin with counts, one a line.
+// Layouts that begin with counts, one per line.
 #include "tables/layouts.h"
 
 #include <cmath>
@@ -8,7 +8,7 @@ namespace tables {
 
 namespace {
 
-// The last @p count head rows if each holds a single whole number, not negative.
+// The last @p count head rows, if each holds a single non-negative whole number.
 std::vector<int> single_counts(const Question& question, std::size_t count) {
     constexpr double largest_count = 1e8;
     const std::vector<std::size_t>& heads = question.head.lines;

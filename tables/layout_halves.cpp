@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Two halves one after the other, and one half that is mirrored.
+// Two halves one after the other, and one half to be mirrored.
 #include "tables/layouts.h"
 
 #include <algorithm>
@@ -13,7 +13,7 @@ bool is_count(double number) {
     return number >= 1.0 && number == std::floor(number);
 }
 
-// Two counts in the head that are not those of the halves.
+// Checks two counts in the head against the rows of the halves.
 void compare_counts(const Question& question, Reading& reading) {
     if (question.head.lines.empty())
         return;
@@ -35,7 +35,7 @@ void compare_counts(const Question& question, Reading& reading) {
                  .arg(second)});
 }
 
-// A mean line leaves the nose at an angle, a thickness at right angles.
+// A mean line leaves the nose at an acute angle, a thickness distribution at a right angle.
 bool has_blunt_nose(const Outline& to_nose, double height) {
     const QPointF nose = to_nose.points.last();
     for (int i = int(to_nose.points.size()) - 1; i > 0; --i) {
@@ -44,7 +44,7 @@ bool has_blunt_nose(const Outline& to_nose, double height) {
         const double x = nose.x() + 0.0125;
         if (a.x() <= x && b.x() >= x && b.x() > a.x()) {
             const double y = a.y() + (x - a.x()) / (b.x() - a.x()) * (b.y() - a.y());
-            // A straight line over a wide first step says less than the real curve.
+            // A straight line across a wide first step is less steep than the real curve.
             return std::abs(y) >= 0.2 * height || b.x() > nose.x() + 0.03;
         }
     }
@@ -78,7 +78,7 @@ std::optional<Reading> read_halves(const Question& question) {
 
 std::optional<Reading> read_half(const Question& question) {
     const Sheet& sheet = question.sheet;
-    // Beside angles of attack and radii of a blade stand humps, too.
+    // Columns beside angles of attack or blade radii rise and fall like this, too.
     if (question.course.runs.size() != 1 || sheet.columns() > 4 || !begins_at_nose(sheet))
         return std::nullopt;
     std::optional<Reading> reading;

@@ -13,8 +13,7 @@ bool is_loop(const Course& course, bool rises_first) {
            course.runs[0].rising == rises_first && course.runs[1].rising != rises_first;
 }
 
-// The loop by its only column of y. Where there are more, one of them is y if no other one
-// gives an outline.
+// The loop by its only column of y. Of several columns, one is y if no other gives an outline.
 template<typename Trace>
 std::optional<Reading> read_by_y(const Sheet& sheet, Trace trace) {
     if (sheet.columns() == 2)
@@ -37,14 +36,14 @@ std::optional<Reading> read_by_y(const Sheet& sheet, Trace trace) {
     return reading;
 }
 
-// Where the trailing edge ends the first side and begins the second one.
+// Where the trailing edge ends the first side and begins the second.
 struct Edge {
     int end;
     int begin;
 };
 
-// Two rows at the trailing edge are its two corners if they lie closer together than the rows
-// beside them; a single row ends both sides.
+// Two rows at the trailing edge are its corners if they are closer together than their neighbours
+// are; a single row ends both sides.
 Edge edge_of(const Sheet& sheet, int rightmost) {
     const auto step = [&](int row) { return std::abs(sheet.at(row, 0) - sheet.at(row - 1, 0)); };
     const auto are_corners = [&](int row) {
@@ -79,7 +78,7 @@ std::optional<Reading> read_loop(const Question& question) {
     if (reading)
         reading->findings.append(
             {Gravity::note, sheet.line(0),
-             QStringLiteral("begins at the nose; turned to begin at the trailing edge")});
+             QStringLiteral("begins at the nose; reordered to begin at the trailing edge")});
     return reading;
 }
 

@@ -8,7 +8,7 @@ namespace tables {
 
 namespace {
 
-// To the bit, but for the sign of zero; Qt's operator has a tolerance.
+// Exact except for the sign of zero; QPointF's operator has a tolerance.
 bool are_same(QPointF a, QPointF b) {
     return a.x() == b.x() && a.y() == b.y();
 }

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Fourth step of the reading: the layouts of outlines. Each is known by what its numbers are.
+// Fourth step of the reading: the layouts of outlines. Each is recognised by its numbers alone.
 #pragma once
 
 #include "tables/outline.h"
@@ -11,7 +11,7 @@
 
 namespace tables {
 
-/// What stands before the rows of a section.
+/// What comes before the rows of a section.
 struct Head {
     std::vector<std::size_t> lines; ///< Places in Rows::lines of rows with numbers, in order.
 };
@@ -31,9 +31,9 @@ struct Reading {
     Outline outline;
     QList<Finding> findings;
     std::optional<Openings> openings;
-    int heads = 0; ///< How many of the last head rows the layout has understood.
-    /// How much of the file the layout explains: readings are compared where this is equal,
-    /// and a lower one counts only where no higher one fits.
+    int heads = 0; ///< How many of the last head rows the layout explains.
+    /// How much of the file the layout explains. A reading of lower rank counts only where none of
+    /// higher rank fits; readings of equal rank compete.
     int rank = usual_rank;
 };
 
@@ -41,7 +41,7 @@ using Recogniser = std::optional<Reading> (*)(const Question& question);
 
 struct Layout {
     const char* name;
-    const char* shape; ///< For people: what such a table holds.
+    const char* shape; ///< A description for messages: what such a table holds.
     Recogniser read;
 };
 
@@ -56,7 +56,7 @@ std::optional<Reading> read_vsp(const Question& question);
 std::optional<Reading> read_selig(const Question& question);
 /// x runs up and down.
 std::optional<Reading> read_loop(const Question& question);
-/// x runs twice up or twice down, with a jump between.
+/// x runs up twice or down twice, with a jump between.
 std::optional<Reading> read_halves(const Question& question);
 /// x runs once, with two columns of y.
 std::optional<Reading> read_columns(const Question& question);
@@ -72,7 +72,7 @@ std::optional<Reading> read_half(const Question& question);
 Outline side_of(const Sheet& sheet, int first, int last, int step, int y = 1);
 /// Whether the least x is the origin, as it is in tables of one run.
 bool begins_at_nose(const Sheet& sheet);
-/// A side from the trailing edge to the nose and one back. A nose that both have counts once.
+/// A side from the trailing edge to the nose, and a side back. A nose that both have counts once.
 Outline joined(Outline to_nose, const Outline& from_nose);
 /// A side from the trailing edge to the nose, and its mirror image back.
 Outline mirrored(Outline to_nose);

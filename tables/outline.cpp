@@ -10,9 +10,9 @@ namespace tables {
 
 namespace {
 
-constexpr double largest_height = 1.1; // of the width: a circle, and a little
+constexpr double largest_height = 1.1; // of the width: slightly more than a circle
 constexpr double farthest_end = 0.1;
-constexpr double most_zigzag = 8.0; // ways up and down, in heights
+constexpr double most_zigzag = 8.0; // total way up and down, in heights
 constexpr double no_height = 1e-3;
 constexpr double no_thickness = 1e-5;
 constexpr double largest_at_end = 0.9; // of the thickness
@@ -46,7 +46,7 @@ Bounds bounds_of(const QPolygonF& points) {
 }
 
 // Walks one side from the nose to an end, in the direction of the step 1 or -1, and gives its
-// heights at stations that are asked for from left to right.
+// heights at stations that must be requested from left to right.
 class Side {
 public:
     Side(const QPolygonF& points_, int nose_, int step_)
@@ -88,8 +88,8 @@ Sides sides_of(const QPolygonF& points, const Bounds& bounds) {
 
 enum class Rise { none, sharp, blunt };
 
-// Behind a blunt nose one side rises and the other one falls, or falls before it rises. Both
-// rise where the signs of one are lost, and those of a plate that is sharp and curved.
+// Aft of a blunt nose one side rises and the other falls, at least at first. Both rise where the
+// signs of one have been lost, and on a curved plate with a sharp edge.
 Rise rise_of_sides(const QPolygonF& points, const Bounds& bounds) {
     constexpr double near = 0.0125;
     constexpr double steep = 0.6;
@@ -113,7 +113,7 @@ Rise rise_of_sides(const QPolygonF& points, const Bounds& bounds) {
     return both && low[2] > 0.25 * high[2] && low[2] > 0.01 ? Rise::sharp : Rise::none;
 }
 
-// Whether the end that is taken for the trailing edge is round and closed, and the nose is not.
+// Whether the supposed trailing edge is round and closed, and the nose is not.
 bool is_backwards(const QPolygonF& points, const Bounds& bounds, double thickest) {
     constexpr double near = 0.0125;
     Side first(points, bounds.nose, -1);
@@ -128,8 +128,8 @@ bool is_backwards(const QPolygonF& points, const Bounds& bounds, double thickest
     return at_nose < 0.1 * thickest && at_end > 0.2 * thickest && gap < 0.5 * at_end;
 }
 
-// Whether a lower edge goes up in an arch above the chord, which runs from the nose to the
-// middle of the ends, down again, and up.
+// Whether a lower edge arches above the chord line, comes down again, and rises once more. The
+// chord line runs from the nose to the midpoint of the ends.
 bool has_arches(const QPolygonF& points, int step, const Bounds& bounds) {
     constexpr double least_arch = 0.02;
     const double width = bounds.width();
@@ -179,7 +179,7 @@ std::optional<Finding> fault_of_sides(const Outline& outline, const Bounds& boun
         std::min(above, below) > most_swapped * std::max(above, below))
         return error(outline.lines.front(),
                      QStringLiteral("the sides change places; expected one above the other"));
-    // Angles of attack beside coefficients make such a picture.
+    // Tables of coefficients over angles of attack look like this.
     const double at_end = std::abs(sides.first.back() - sides.second.back());
     if (thickest > no_height * bounds.width() && at_end > largest_at_end * thickest)
         return error(outline.lines.front(),

@@ -25,10 +25,10 @@ struct Outline {
     }
 };
 
-/// What keeps an outline that begins at the trailing edge from being a section: too few
-/// points, ends away from the trailing edge, higher than wide, zigzagging, sides that swap, fall
-/// together, rise together or are farthest apart at an end. A doubt where it may be one after
-/// all, or one whose nose is at the greatest x. Empty when nothing speaks against it.
+/// Why an outline that begins at the trailing edge is not a section: too few points, ends away from
+/// the trailing edge, more height than width, zigzags, or sides that swap, coincide, both rise or
+/// are farthest apart at an end. A doubt where it may be a section after all, or one whose nose is
+/// at the greatest x. None when nothing is wrong.
 std::optional<Finding> fault_of(const Outline& outline);
 
 /// Whether fault_of() gives an error.
@@ -37,8 +37,8 @@ bool is_refused(const Outline& outline);
 /// The kind of an outline without fault.
 Kind kind_of(const Outline& outline);
 
-/// Whether both are the same section within the rounding of tables, in another place or of another
-/// size. One that is both moved and scaled is another element.
+/// Whether both are the same section within the rounding of tables, possibly moved or scaled. One
+/// that is both moved and scaled is another element.
 bool same_section(const Outline& a, const Outline& b);
 
 } // namespace tables

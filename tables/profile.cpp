@@ -23,8 +23,8 @@ bool has_profile_frame(const QPolygonF& points) {
            std::min(a.y(), b.y()) <= close && std::max(a.y(), b.y()) >= -close;
 }
 
-// The point at x between a row and the next one, on the smooth line through these two and one more
-// on either side; on the straight line where that leaves the two.
+// The point at x between a row and the next, on the cubic through these two and one more on either
+// side, or on the straight line where the cubic leaves the range of the two.
 QPointF point_between(const QPolygonF& points, const Place& place, double x) {
     const qsizetype row = place.row;
     const QPointF straight = place.on(points);
@@ -44,15 +44,15 @@ QPointF point_between(const QPolygonF& points, const Place& place, double x) {
         ((cubic.at(middle).x() < x) == is_rising ? before : behind) = middle;
     }
     const double y = cubic.at(before).y();
-    // A corner beside the two rows makes the line swing.
+    // A corner next to the two rows makes the cubic oscillate.
     const double reach = std::abs(around[2].x() - around[1].x());
     return std::abs(y - straight.y()) < 0.5 * reach + std::abs(around[2].y() - around[1].y())
                ? QPointF(x, y)
                : straight;
 }
 
-// The row of the lower side at a station, put in where there is none; -1 where the side does not
-// reach so far.
+// The row of the lower side at a station, inserted where there is none; -1 where the side does not
+// reach that far.
 qsizetype row_at(Table& table, double percent, int decimals) {
     QPolygonF& points = table.points;
     if (percent == 0.0)

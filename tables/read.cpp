@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The whole reading: bytes, text, rows, groups of rows, layouts, and the one section that counts.
+// The whole reading: bytes, text, rows, groups of rows, layouts, and the choice of one section.
 #include "tables/carried.h"
 #include "tables/search.h"
 #include "tables/text.h"
@@ -25,9 +25,9 @@ QString rows_text(int count) {
                       : QStringLiteral("%1 rows of numbers").arg(count);
 }
 
-// Rows right before the section that the layout has not understood: counts and parameters are a
-// note, what looks like a point is a doubt.
-void tell_heads(const Rows& rows, const Success& section, QList<Finding>& findings) {
+// Reports the rows directly before the section that the layout does not explain: counts and
+// parameters as a note, a row that looks like a point as a doubt.
+void report_heads(const Rows& rows, const Success& section, QList<Finding>& findings) {
     const int columns = rows.lines[section.first].count;
     const std::size_t unknown = section.heads.size() - std::size_t(section.reading.heads);
     for (std::size_t i = 0; i < unknown; ++i) {
@@ -42,10 +42,10 @@ void tell_heads(const Rows& rows, const Success& section, QList<Finding>& findin
     }
 }
 
-// Rows of the lines [begin, end) that no one has read: a doubt if they could belong to the
-// section. Of several tables the others were chosen against.
-void tell_rest(const Rows& rows, const Success& section, std::size_t begin, std::size_t end,
-               const QString& place, bool several, QList<Finding>& findings) {
+// Reports the rows in the lines [begin, end) that no layout has read: as a doubt if they could
+// belong to the section. With several tables they are the ones not chosen.
+void report_rest(const Rows& rows, const Success& section, std::size_t begin, std::size_t end,
+                 const QString& place, bool several, QList<Finding>& findings) {
     const int columns = rows.lines[section.last].count;
     int left_out = 0;
     int first = 0;
@@ -80,12 +80,12 @@ void take(const Rows& rows, Success section, bool several, Table& table) {
         if (lost->gravity == Gravity::error)
             return;
     }
-    tell_rest(rows, section, 0, section.heads.empty() ? section.first : section.heads.front(),
-              QStringLiteral("before"), several, table.findings);
-    tell_heads(rows, section, table.findings);
+    report_rest(rows, section, 0, section.heads.empty() ? section.first : section.heads.front(),
+                QStringLiteral("before"), several, table.findings);
+    report_heads(rows, section, table.findings);
     table.findings += section.reading.findings;
-    tell_rest(rows, section, section.last + 1, rows.lines.size(), QStringLiteral("behind"), several,
-              table.findings);
+    report_rest(rows, section, section.last + 1, rows.lines.size(), QStringLiteral("behind"),
+                several, table.findings);
     table.kind = kind_of(section.reading.outline);
     table.layout = section.layout;
     table.title = title_of(rows, section.first, table.layout == QLatin1String("vsp"));
@@ -95,14 +95,14 @@ void take(const Rows& rows, Success section, bool several, Table& table) {
     table.lines = std::move(section.reading.outline.lines);
 }
 
-// The section that is wanted, or what stands against it.
+// Takes the requested section, or reports why there is none.
 void take_one(const Rows& rows, const std::vector<Group>& groups, Search result, int element,
               Table& table) {
     std::vector<Found>& found = result.found;
     if (element > 0) {
         if (std::size_t(element) > found.size())
             refuse(table, 0,
-                   QStringLiteral("element %1 of %2; expected one that is there")
+                   QStringLiteral("element %1 of %2; expected an existing one")
                        .arg(element)
                        .arg(found.size()));
         else

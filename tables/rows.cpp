@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Second step of the reading: text to rows of numbers that know their lines.
+// Second step of the reading: text to rows of numbers with their line numbers.
 #include "tables/rows.h"
 
 #include "tables/text.h"
@@ -24,8 +24,8 @@ Rows rows_of(const QByteArray& utf8) {
     Rows rows;
     rows.text = utf8;
     rows.decimal_commas = has_decimal_commas(utf8);
-    // A vector that grows takes twice the memory meanwhile, and what is left of this none. Only
-    // rows of empty places hold more.
+    // A growing vector would briefly take twice the memory, while reserved pages that stay unused
+    // take none. Only rows of empty places hold more numbers than this.
     const std::size_t most = std::size_t(utf8.size()) / 2 + 1;
     rows.lines.reserve(most);
     rows.numbers.reserve(most);

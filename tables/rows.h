@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Second step of the reading: text to rows of numbers that know their lines.
+// Second step of the reading: text to rows of numbers with their line numbers.
 #pragma once
 
 #include "tables/fields.h"
@@ -15,11 +15,11 @@ namespace tables {
 /// A line of the file that is not blank.
 struct Line {
     int number = 0;    ///< Counted from 1.
-    quint32 text = 0;  ///< Where it begins in Rows::text.
-    quint32 first = 0; ///< Its first number in Rows::numbers.
-    quint16 count = 0; ///< How many numbers.
+    quint32 text = 0;  ///< Its offset in Rows::text.
+    quint32 first = 0; ///< Index of its first number in Rows::numbers.
+    quint16 count = 0; ///< Number of numbers.
     LineKind kind = LineKind::text;
-    bool after_gap : 1; ///< Blank lines stand before it.
+    bool after_gap : 1; ///< Blank lines precede it.
     bool remark : 1;    ///< Words follow the numbers.
 };
 static_assert(sizeof(Line) == 16, "files have many lines");
@@ -37,7 +37,7 @@ struct Rows {
     }
     /// The text of a line.
     QByteArrayView line_text(std::size_t line) const;
-    /// The numbers of a line of few of them.
+    /// A copy of the numbers of a line; for lines of few numbers.
     std::vector<double> values(std::size_t line) const;
 };
 

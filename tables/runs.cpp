@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// How x runs through the rows: up, down, back to the start.
+// The course of x through the rows: up, down, back to the start.
 #include "tables/runs.h"
 
 #include <QStringList>
@@ -18,8 +18,8 @@ bool same_sign(double a, double b) {
     return (a > 0.0 && b > 0.0) || (a < 0.0 && b < 0.0);
 }
 
-// Whether x of the row lies off a course that its neighbours on both sides go on. At an end of
-// the table one side has to do.
+// Whether the x of the row is off a course that its neighbours on both sides continue. At an end of
+// the table one side is enough.
 bool is_slip(const std::vector<double>& all, int row, double tolerance) {
     const int rows = int(all.size());
     if (row < 1 || row + 1 >= rows || rows < 5)
@@ -35,7 +35,7 @@ bool is_slip(const std::vector<double>& all, int row, double tolerance) {
            (row + 2 >= rows || same_sign(x(2) - x(1), through));
 }
 
-// Follows x from its first row and notes a run whenever x has come back far enough.
+// Follows x from the first row and ends a run whenever x has come back far enough.
 class Follower {
 public:
     Follower(const std::vector<double>& all_, double tolerance_)

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// How x runs through the rows: up, down, back to the start.
+// The course of x through the rows: up, down, back to the start.
 #pragma once
 
 #include "tables/sheet.h"
@@ -13,20 +13,21 @@ struct Run {
     int first;
     int last;
     bool rising;
-    bool after_jump; ///< x leaps over most of the chord from the run before, no row in common.
+    bool after_jump; ///< x jumps across most of the chord from the run before, with no row in
+                     ///< common.
     int rows() const { return last - first + 1; }
 };
 
 struct Course {
     std::vector<Run> runs;
-    std::vector<int> slips; ///< Single rows whose x is far off while their neighbours go on.
+    std::vector<int> slips; ///< Single rows whose x is far off the course of their neighbours.
 };
 
-/// The course of x in @p column. Reversals of less than 2 % of the width, as at blunt noses
-/// and trailing edges, and slips are no turns.
+/// The course of x in @p column. Reversals of less than 2 % of the width, as at blunt noses and
+/// trailing edges, and slips do not count as turns.
 Course course_of(const Sheet& sheet, int column = 0);
 
-/// For people: "down, up, down".
+/// As a text for messages: "down, up, down".
 QString described(const Course& course);
 
 } // namespace tables

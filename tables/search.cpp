@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The sections of a file, and the one that counts.
+// The sections of a file, and the choice of one.
 #include "tables/search.h"
 
 #include <algorithm>
@@ -13,8 +13,8 @@ bool contains_any(const QByteArray& words, std::initializer_list<const char*> na
                        [&](const char* name) { return words.contains(name); });
 }
 
-// The stretches of a group that blanks, words or marks part; in more than two columns also
-// those that the first one begins anew.
+// The stretches of a group, separated by blanks, words or marks; with more than two columns also
+// where the first column starts again.
 std::vector<Sheet> parts_of(const Sheet& sheet) {
     constexpr std::size_t most_parts = 64;
     std::vector<int> starts;
@@ -82,7 +82,7 @@ Search search(const Rows& rows, const std::vector<Group>& groups, const QString&
 void choose_table(std::vector<Found>& found, QList<Finding>& findings) {
     if (found.size() < 2)
         return;
-    // Where all would go, all stay.
+    // A rule that would remove all sections removes none.
     const auto remove = [&](auto unwanted) {
         const auto end = std::remove_if(found.begin(), found.end(), unwanted);
         if (end != found.begin())
@@ -99,7 +99,7 @@ void choose_table(std::vector<Found>& found, QList<Finding>& findings) {
         found.erase(found.begin() + 1, found.end());
     if (found.size() == 1)
         findings.append({Gravity::note, found.front().success.line,
-                         QStringLiteral("several tables; this one counts")});
+                         QStringLiteral("several tables; this one was read")});
 }
 
 bool is_mean_line(const QByteArray& words) {
@@ -112,7 +112,7 @@ QByteArray other_quantity(const QByteArray& words) {
     for (const char c : {',', ';', '\t', '#', '!', '%', '"'})
         names.replace(c, ' ');
     names = names.simplified();
-    // Prose has these words as well.
+    // Prose may contain these words too.
     if (!names.startsWith('x') && !names.startsWith("alpha") && !names.startsWith("alfa"))
         return QByteArray();
     QByteArray quantity;

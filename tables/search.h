@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The sections of a file, and the one that counts.
+// The sections of a file, and the choice of one.
 #pragma once
 
 #include "tables/attempt.h"
@@ -10,12 +10,12 @@ namespace tables {
 /// A section that was found.
 struct Found {
     Success success;
-    QByteArray words; ///< Above it, in lower case.
+    QByteArray words; ///< The words above it, in lower case.
 };
 
 struct Search {
     std::vector<Found> found;
-    QList<Finding> errors;           ///< Of what was no section.
+    QList<Finding> errors;           ///< Of groups that are not sections.
     QStringList candidates;          ///< Of the first ambiguous group.
     std::vector<std::size_t> unread; ///< Groups without a section.
 };
@@ -23,18 +23,18 @@ struct Search {
 /// The sections in all @p groups: a group is one section, or its stretches are elements.
 Search search(const Rows& rows, const std::vector<Group>& groups, const QString& layout);
 
-/// Leaves what counts where a file holds several tables: not a mean line, the combined table,
+/// Chooses among several tables of a file: drops mean lines, prefers the combined table, and keeps
 /// one of several that are the same section.
 void choose_table(std::vector<Found>& found, QList<Finding>& findings);
 
-/// Whether the words above rows call them a mean line.
+/// Whether the words above the rows name a mean line.
 bool is_mean_line(const QByteArray& words);
 
-/// A name of a column right above the rows that is no coordinate, as `Cp`, where no column is
-/// named y; empty for none.
+/// A column name directly above the rows that is not a coordinate, such as `Cp`, if no column is
+/// named y; otherwise empty.
 QByteArray other_quantity(const QByteArray& words);
 
-/// Whether the sections are a few rows within a file of other numbers.
+/// Whether the sections are only a few rows in a file of other numbers.
 bool is_accident(const Rows& rows, const std::vector<Found>& found);
 
 } // namespace tables

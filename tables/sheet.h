@@ -11,7 +11,7 @@
 
 namespace tables {
 
-/// Rows with equally many columns. A view of Rows, which must outlive it.
+/// Rows with the same number of columns. A view of Rows, which must outlive it.
 class Sheet {
 public:
     /// The lines [@p first, @p last) of @p table that are numbers and have @p columns of them.
@@ -19,7 +19,7 @@ public:
 
     int rows() const { return int(members.size()); }
     int columns() const { return int(chosen.size()); }
-    /// In fractions of the chord once the unit is known; NaN for a place without a number.
+    /// In fractions of the chord once the unit is set; NaN for a place without a number.
     double at(int row, int column) const {
         return source->value(members[std::size_t(row)], chosen[std::size_t(column)]) /
                (column == 0 ? x_unit : y_unit);
@@ -29,9 +29,9 @@ public:
                 source->value(members[std::size_t(row)], chosen[std::size_t(y)]) / y_unit};
     }
     int line(int row) const { return source->lines[members[std::size_t(row)]].number; }
-    /// The place of a row among the lines of the file that are not blank.
+    /// The index of a row among the lines of the file that are not blank.
     std::size_t place(int row) const { return members[std::size_t(row)]; }
-    /// Whether blank lines or words stand between @p row and the one before it.
+    /// Whether there are blank lines or words between @p row and the one before it.
     bool breaks(int row) const;
     /// The rows [@p first, @p last).
     Sheet part(int first, int last) const;
@@ -41,14 +41,14 @@ public:
     void remove_rows(Predicate unwanted) {
         std::size_t kept = 0;
         for (std::size_t row = 0; row < members.size(); ++row) {
-            // Rows are written behind the one that is asked about.
+            // Rows are only written before the one being tested.
             if (!unwanted(int(row)))
                 members[kept++] = members[row];
         }
         members.resize(kept);
     }
     void remove_column(int column);
-    /// Numbers are divided by these.
+    /// Sets the divisors of x and y.
     void set_unit(double unit_of_x, double unit_of_y) {
         x_unit = unit_of_x;
         y_unit = unit_of_y;
@@ -68,7 +68,7 @@ struct Range {
     double least;
     double greatest;
     double width() const { return greatest - least; }
-    /// Widened to @p value, unless that is NaN.
+    /// Extended to @p value, unless that is NaN.
     Range with(double value) const {
         return {value < least ? value : least, value > greatest ? value : greatest};
     }
@@ -78,10 +78,10 @@ inline Range range_of(const Sheet& sheet, int column) {
     return range_of(sheet, column, 0, sheet.rows());
 }
 
-/// What a row holds, for people: "1.25 -0.5".
+/// The numbers of a row for messages: "1.25 -0.5".
 QString shown_row(const Sheet& sheet, int row);
 
-/// Removes the rows that lack a number in @p column and says so of the first ones.
+/// Removes the rows that lack a number in @p column and reports the first ones.
 void remove_incomplete_rows(Sheet& sheet, int column, QList<Finding>& findings);
 
 } // namespace tables

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Rows that stand among those of a section without being points.
+// Rows among those of a section that are not points.
 #include "tables/strays.h"
 
 #include <algorithm>
@@ -13,8 +13,8 @@ bool is_whole(double number) {
     return number == std::floor(number);
 }
 
-// Whether the row is no point beside the other ones, which run over x and y: more than half a
-// width to the left or right of them, or more than a width above or below.
+// Whether the row cannot be a point of the section whose rows span x and y: more than half a width
+// to the left or right of them, or more than a width above or below.
 bool is_far_outside(const Sheet& sheet, int row, Range x, Range y) {
     const double width = x.width();
     const double at = sheet.at(row, 0);
@@ -22,14 +22,14 @@ bool is_far_outside(const Sheet& sheet, int row, Range x, Range y) {
         return false;
     if (at < x.least - 0.5 * width || at > x.greatest + 0.5 * width)
         return true;
-    // A third column may be a slope, which goes beyond all bounds at the nose.
+    // A third column may be a slope, which is unbounded at the nose.
     if (sheet.columns() > 2)
         return false;
     const double height = sheet.at(row, 1);
     return height < y.least - width || height > y.greatest + width;
 }
 
-// A row of zeros behind the trailing edge.
+// Whether a row of zeros follows the trailing edge.
 bool is_closing_zeros(const Sheet& sheet) {
     const int last = sheet.rows() - 1;
     for (int column = 0; column < sheet.columns(); ++column) {
@@ -56,7 +56,7 @@ void take_counts(Sheet& sheet, Head& head) {
     if (!(first >= 2.0 && second >= 2.0 && is_whole(first) && is_whole(second) &&
           first < largest_count && second < largest_count))
         return;
-    // The rows begin at an end of the chord, and this one is far from it.
+    // The rows begin at an end of the chord, and this row is far from it.
     const Range x = range_of(sheet, 0, 1, sheet.rows());
     const double next = sheet.at(1, 0);
     const bool is_apart = std::abs(first - next) > 0.1 * x.width() &&

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Rows that stand among those of a section without being points.
+// Rows among those of a section that are not points.
 #pragma once
 
 #include "tables/layouts.h"
@@ -9,8 +9,8 @@ namespace tables {
 /// Two counts before the rows, `61. 61.`: moves them from @p sheet to @p head.
 void take_counts(Sheet& sheet, Head& head);
 
-/// Removes rows at the ends that stand far outside the others, as a title of numbers or a last
-/// row in another unit, and a closing row of zeros. Says so.
+/// Removes and reports rows at the ends that lie far outside the others, such as a title of numbers
+/// or a last row in another unit, and a closing row of zeros.
 void remove_strays(Sheet& sheet, QList<Finding>& findings);
 
 } // namespace tables

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A coordinate table as it was read: the outline, where each point stood, and what was odd.
+// A coordinate table as it was read: the outline, the line of each point, and the findings.
 #pragma once
 
 #include <QByteArray>
@@ -13,10 +13,11 @@
 
 namespace tables {
 
-/// note: odd, but read, or put right on the way. doubt: read, to be checked by eye. error: refused.
+/// note: unusual, but read, or corrected on the way. doubt: read, to be checked by eye. error:
+/// refused.
 enum class Gravity { note, doubt, error };
 
-/// One thing that a step of the reading, or a check of the outline, has to say.
+/// One result of a step of the reading, or of a check of the outline.
 struct Finding {
     Gravity gravity = Gravity::note;
     int line = 0; ///< Counted from 1; 0 stands for the whole file.
@@ -32,7 +33,7 @@ struct Openings {
     double end = 0.0;
 };
 
-/// What one file holds. Points mean something only while readable() holds.
+/// The content of one file. Points are valid only if readable().
 struct Table {
     QString title;  ///< Empty for none.
     QString layout; ///< A name of layout_names(), empty when none was found.
@@ -40,23 +41,23 @@ struct Table {
     /// round the nose and back, in the order of the file. The first side is the upper or the
     /// lower one; a half contour is mirrored. Closed or open, at least 6 points, all finite.
     QPolygonF points;
-    std::vector<int> lines; ///< The line that each point stood in; as many as points.
+    std::vector<int> lines; ///< The line number of each point; as many as points.
     Kind kind = Kind::section;
     std::optional<Openings> openings; ///< Where the layout has them.
     QList<Finding> findings;          ///< In the order of the steps that found them.
-    QStringList candidates;           ///< Two layouts that fit equally well, else empty.
+    QStringList candidates;           ///< Two layouts that fit equally well, otherwise empty.
 
     bool readable() const; ///< Whether no finding is an error.
 };
 
 struct ReadOptions {
-    QString layout;  ///< A name of layout_names(); empty: told from the numbers.
-    int element = 0; ///< Which element of several, counted from 1; 0: none picked.
+    QString layout;  ///< A name of layout_names(); empty: determined by the numbers.
+    int element = 0; ///< Which of several elements, counted from 1; 0: none picked.
 };
 
-/// Reads @p bytes as a coordinate table. Whatever they hold, the result is either readable or
-/// has an error that says why it is not. More than 64 MiB are refused; memory stays below
-/// 16 MiB plus twenty times the bytes.
+/// Reads @p bytes as a coordinate table. Whatever they hold, the result is either readable or has
+/// an error with the reason. More than 64 MiB are refused; memory use stays below 16 MiB plus
+/// twenty times the size of @p bytes.
 Table read(const QByteArray& bytes, const ReadOptions& options = {});
 
 /// The names that ReadOptions::layout takes, in the order in which they are tried.

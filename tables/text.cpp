@@ -13,8 +13,7 @@ namespace {
 
 constexpr char dos_end_of_file = '\x1a';
 
-// How many of the characters at the places first, first + 2, ... of the beginning are zero,
-// as a fraction.
+// The fraction of the bytes first, first + 2, ... that are zero, at the beginning of the text.
 double zeros_in_every_other_place(const QByteArray& bytes, int first) {
     const qsizetype end = std::min<qsizetype>(bytes.size(), 1024);
     int zeros = 0;

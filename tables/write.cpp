@@ -66,8 +66,8 @@ Written write_window(const Table& table, int decimals) {
     }
 
     QString title = plain_title(table.title, untitled);
-    // Without a letter the window takes it for a row, and two numbers at its head are one for
-    // others.
+    // Without a letter the window takes a title for a row, and other programs do if it begins with
+    // two numbers.
     static const QRegularExpression two_numbers(
         QStringLiteral("^[^\\p{L}\\d]*\\d[\\d.]*[^\\p{L}\\d.][^\\p{L}\\d]*\\d"));
     if (title.contains(two_numbers) ||
@@ -94,7 +94,7 @@ Written write_selig(const Table& table, int decimals) {
 Written write_lednicer(const Table& table, int decimals) {
     const QPolygonF points = with_upper_first(table.points);
     const qsizetype nose = nose_row(points);
-    // Two rows of the same x are the ends of a blunt nose.
+    // Two rows with the same x are the ends of a blunt nose.
     const bool is_blunt = nose + 1 < points.size() && points[nose + 1].x() == points[nose].x();
     const qsizetype lower = is_blunt ? nose + 1 : nose;
     Written written;
@@ -212,8 +212,8 @@ QString plain_title(const QString& title, QLatin1String otherwise) {
 
 QByteArray safe_title_line(const QString& title) {
     QString safe = plain_title(title, untitled);
-    // Reading a pair of numbers, Fortran takes T and F for logical values, a comma or a slash for
-    // numbers left out, and knows not-a-number and infinity.
+    // When it reads a pair of numbers, Fortran accepts T and F as logical values, commas and
+    // slashes as omitted numbers, and the words for not-a-number and infinity.
     const bool is_risky = QStringLiteral("TtFf0123456789+-.,;/*").contains(safe.front()) ||
                           safe.startsWith(QLatin1String("nan"), Qt::CaseInsensitive) ||
                           safe.startsWith(QLatin1String("inf"), Qt::CaseInsensitive);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A row for each station of either side: x, upper y, lower y.
+// Writes a row for each station of either side: x, upper y, lower y.
 #include "tables/arrange.h"
 #include "tables/write_p.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 using Side = std::vector<QPointF>;
 
-// The height of a side at x, which may be a little beyond its end.
+// The height of a side at x, which may be slightly beyond its end.
 double height_at(const Side& side, double x, bool* is_between) {
     const auto behind = std::lower_bound(
         side.begin(), side.end(), x, [](const QPointF& a, double value) { return a.x() < value; });
@@ -27,7 +27,7 @@ double height_at(const Side& side, double x, bool* is_between) {
     return a.y() + (x - a.x()) / (behind->x() - a.x()) * (behind->y() - a.y());
 }
 
-// The row at which the side runs back, or does not go on.
+// The row at which x decreases or stays the same.
 Side::const_iterator step_back(const Side& side) {
     return std::adjacent_find(side.begin(), side.end(),
                               [](const QPointF& a, const QPointF& b) { return b.x() <= a.x(); });
@@ -41,7 +41,7 @@ Written write_columns(const Table& table, int decimals) {
     Side upper(points.begin(), points.begin() + nose + 1);
     std::reverse(upper.begin(), upper.end());
     Side lower(points.begin() + nose, points.end());
-    // Two rows of the same x are the ends of a blunt nose.
+    // Two rows with the same x are the ends of a blunt nose.
     if (lower.size() > 1 && lower[1].x() == lower[0].x())
         lower.erase(lower.begin());
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The paragliding profile, with the rows of its intake counted.
+// Writes the paragliding profile, with the counts of its rows.
 #include "tables/profile.h"
 #include "tables/write_p.h"
 
