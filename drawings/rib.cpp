@@ -147,7 +147,7 @@ void Rib::put_marks() {
                                                                     : QStringLiteral("lower"),
                                                          QString::number(mark.percent));
         if (!distance)
-            result.notes << QStringLiteral("no mark at %1, where that side is not").arg(name);
+            result.notes << QStringLiteral("no mark at %1: that side does not reach it").arg(name);
         else if (in_mouth(*distance) && options.intake != Intake::curve)
             result.notes << QStringLiteral("no mark at %1, in the mouth").arg(name);
         else

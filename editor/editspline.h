@@ -180,7 +180,7 @@ private:
     View view() const;
     int selected_point() const;
     bool at_point_limit();
-    void tell_point_limit();
+    void show_point_limit();
     void paint_cursor_position(QPainter* painter);
     void paint_chord_ticks(QPainter* painter);
     void paint_thickness_lines(QPainter* painter);

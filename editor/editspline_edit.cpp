@@ -45,13 +45,13 @@ void EditSpline::MovePoint(int dx, int dy) {
 bool EditSpline::at_point_limit() {
     if (p->spline.point_count() < MAXNUMPOINTS)
         return false;
-    tell_point_limit();
+    show_point_limit();
     // The focus returns from the menu later, which hides every tool tip.
     tooltip_timer.start(refocus_time, this);
     return true;
 }
 
-void EditSpline::tell_point_limit() {
+void EditSpline::show_point_limit() {
     const QString text = tr("A spline has at most %1 control points.").arg(MAXNUMPOINTS);
     QToolTip::showText(QCursor::pos(), text, this);
 }
@@ -62,7 +62,7 @@ void EditSpline::timerEvent(QTimerEvent* event) {
         return;
     }
     tooltip_timer.stop();
-    tell_point_limit();
+    show_point_limit();
 }
 
 void EditSpline::New_Point_Insert(QPoint P) {

@@ -77,7 +77,7 @@ double distance_from_neighbours(const OutlineRows& rows, std::size_t row, std::s
 std::vector<Spike> spikes(const OutlineRows& rows) {
     constexpr std::size_t least_rows = 9;
     constexpr double least_distance = 5e-4;
-    constexpr double telling_ratio = 6.0;
+    constexpr double least_ratio = 6.0;
     // Over wide gaps the line through the neighbours says little.
     constexpr double least_share = 0.03;
     std::vector<Spike> found;
@@ -100,7 +100,7 @@ std::vector<Spike> spikes(const OutlineRows& rows) {
             if (other != row)
                 roughness = std::max(roughness, distance_from_neighbours(rows, other, row));
         }
-        if (distance > telling_ratio * roughness)
+        if (distance > least_ratio * roughness)
             found.push_back({row, distance});
     }
     return found;

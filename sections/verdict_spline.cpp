@@ -62,7 +62,7 @@ private:
                 QStringLiteral("%1 bytes, expected %2").arg(bytes.size()).arg(expected));
         else if (bytes.size() > expected)
             add(Gravity::doubt,
-                QStringLiteral("%1 bytes behind the last item").arg(bytes.size() - expected));
+                QStringLiteral("%1 bytes after the last item").arg(bytes.size() - expected));
     }
 
     bool check_curve() {

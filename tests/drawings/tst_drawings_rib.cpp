@@ -236,7 +236,7 @@ void tst_drawings_rib::marks_at_stations() {
     QVERIFY(std::abs(marks[1].x() - 0.3 * chord) < 1e-6 && marks[1].y() > 0.0);
     QVERIFY(std::abs(marks[2].x() - 0.02 * chord) < 1e-6 && marks[2].y() < 0.0);
     QCOMPARE(result.notes,
-             QStringList(QStringLiteral("no mark at lower:120, where that side is not")));
+             QStringList(QStringLiteral("no mark at lower:120: that side does not reach it")));
 
     options.intake = Intake::straight;
     const RibResult straight = rib(sample(), options);

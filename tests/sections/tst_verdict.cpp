@@ -287,7 +287,7 @@ void tst_verdict::splines_data() {
     good("closed rib", changed([](SplineFoil& s) { s.startVent = s.endVent = 0.0; }), {});
     good("named", changed([](SplineFoil& s) { s.airfoilName = QStringLiteral("name"); }), {});
     good("too long", file_of(sound_spline()) + "tail",
-         {QStringLiteral("4 bytes behind the last item")});
+         {QStringLiteral("4 bytes after the last item")});
     good("sharpened", changed([](SplineFoil& s) { s.b_knots[4] = s.b_knots[5] - 0.0001; }),
          {QStringLiteral("control point 4 is sharpened")});
     good("knots miscounted", changed([](SplineFoil& s) { s.num_knt = 9; }),
