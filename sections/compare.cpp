@@ -31,7 +31,7 @@ struct ChordLine {
           line(trailing_edge_of(curve) - nose) {}
 };
 
-// The sides of a curve, running from the trailing edge; the targets reach round the nose.
+// The sides of a curve, from the trailing edge on; the targets extend round the nose.
 struct Halves {
     Sides sides;
     Sides targets;
@@ -45,11 +45,12 @@ struct Halves {
     }
 };
 
-// Distances of one side of a section from the same side of another one.
+// Distances of one side of a section from the same side of another section.
 class OneSide {
 public:
-    // outside is 1 where the left of the measured side lies outside of its section, else -1;
-    // it says on which side the target is found, or with a minus where it comes from.
+    // outside is 1 where the left of the measured side is outside its section, otherwise -1.
+    // Distances are then positive where the target is outside that section; the negated value
+    // reverses their sign.
     OneSide(const Curve& measured, const Curve& aimed_at, double outside)
         : side(measured), target(aimed_at), sign(outside) {}
 
@@ -72,7 +73,7 @@ double OneSide::signed_distance(Place place) const {
     return left * sign < 0.0 ? -foot.distance : foot.distance;
 }
 
-// The golden section about the best sample of a piece.
+// Golden-section search around the best sample of a piece.
 void OneSide::refine(Deviation& best, Place around, double step) const {
     double low = std::max(around.u - step, 0.0);
     double high = std::min(around.u + step, 1.0);
@@ -110,7 +111,7 @@ SideDeviation OneSide::deviation() const {
         const double wanted = std::ceil(piece.length() / step_length);
         const int count = int(std::clamp(wanted, samples_of_piece, samples_at_most));
         const double step = 1.0 / count;
-        // Both ends of each step for the greatest, its middle for the integral.
+        // The ends of each step serve the greatest distance, its middle the integral.
         for (int k = 0; k <= 2 * count; ++k) {
             const Place place = {i, 0.5 * k * step};
             const double off = distance(place);
@@ -119,7 +120,7 @@ SideDeviation OneSide::deviation() const {
                 best[range] = {place, off, step};
             if (k % 2 == 1) {
                 const double ds = piece.length(place.u - 0.5 * step, place.u + 0.5 * step);
-                // A piece that is a point has no length, nor a number for one.
+                // A piece that is a single point has no usable length.
                 if (!(ds > 0.0))
                     continue;
                 result.ranges[range].squares += off * off * ds;

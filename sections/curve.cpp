@@ -17,7 +17,7 @@ double distance_to(const QRectF& box, QPointF q) {
     return std::hypot(dx, dy);
 }
 
-// Whether the Bernstein coefficients of a cubic say that it stays on one side of 0.
+// Whether the Bernstein coefficients of a cubic show that it stays on one side of 0.
 bool is_beyond(const Polynomial& c, double tolerance) {
     const double b[] = {c[0], c[0] + c[1] / 3.0, c[0] + (2.0 * c[1] + c[2]) / 3.0,
                         c[0] + c[1] + c[2] + c[3]};
@@ -86,7 +86,7 @@ Place Curve::place_at(double distance) const {
 
 Foot Curve::nearest(QPointF q) const {
     Foot foot;
-    // The starts of the pieces first: a near one spares most of the others.
+    // The starts of the pieces first: a near one excludes most of the pieces.
     foot.distance = std::numeric_limits<double>::infinity();
     for (std::size_t i = 0; i < curve_pieces.size(); ++i) {
         const QPointF start = curve_pieces[i].position(0.0);
@@ -149,7 +149,7 @@ std::vector<Place> Curve::crossings(QPointF direction, double value, double tole
             continue;
         for (const double u : roots_in_unit_interval(off, tolerance)) {
             const Place place = {int(i), u};
-            // The end of one piece is the start of the next one.
+            // The end of one piece is the start of the next.
             const bool repeats =
                 !places.empty() && norm(position(places.back()) - position(place)) <= tolerance;
             if (!repeats)
@@ -208,7 +208,7 @@ Curve Curve::part(Place from, Place to) const {
     for (int i = from.piece; i <= to.piece; ++i) {
         const double start = i == from.piece ? from.u : 0.0;
         const double stop = i == to.piece ? to.u : 1.0;
-        // A stretch that begins where a piece ends begins with the next one.
+        // A stretch that begins where a piece ends begins with the next piece.
         if (start >= stop && from.piece != to.piece)
             continue;
         if (!pieces.empty())
@@ -232,7 +232,7 @@ QPolygonF Curve::polyline(double flatness) const {
         return line;
     line << position(begin());
     for (const Piece& piece : curve_pieces) {
-        // A stretch of the parameter h is off its chord by at most h^2 / 8 |P''|.
+        // Over a parameter step h the curve is at most h^2 / 8 |P''| off its chord.
         const double bend =
             std::max(norm(piece.second_derivative(0.0)), norm(piece.second_derivative(1.0)));
         const double wanted = std::ceil(std::sqrt(bend / (8.0 * flatness)));

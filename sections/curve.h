@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A section as one exact curve: pieces end to end, from the first trailing-edge point
-// round the nose to the last one.
+// A section as one exact curve: consecutive pieces from the first trailing-edge point round the
+// nose to the last.
 #pragma once
 
 #include "sections/piece.h"
@@ -23,22 +23,21 @@ struct Place {
     double u = 0.0; ///< Parameter of the piece, 0..1.
 };
 
-/// The nearest place of a curve to a point.
+/// The place of a curve nearest to a point.
 struct Foot {
     Place place;
     QPointF point;         ///< The place.
-    double distance = 0.0; ///< From the given point to it.
+    double distance = 0.0; ///< Distance from the given point.
 };
 
-/// Pieces end to end. Coordinates and lengths are in the unit of the points.
-/// Functions that take a Place need a curve that is not empty and a place of it.
+/// Consecutive pieces. Coordinates and lengths are in the unit of the points. Functions that take a
+/// Place need a non-empty curve and a place on it.
 class Curve {
 public:
     Curve() = default;
 
-    /// @param pieces  each begins where the one before ends
-    /// @param corners for each joint, the end of piece i, whether it is a corner; as many
-    ///                as pieces less one
+    /// @param pieces  each begins where the previous one ends
+    /// @param corners whether the joint at the end of piece i is a corner; one fewer than pieces
     explicit Curve(std::vector<Piece> pieces, std::vector<bool> corners = {});
 
     bool is_empty() const { return curve_pieces.empty(); }
@@ -59,25 +58,25 @@ public:
     /// Length along the curve from its start to @p place.
     double length_to(Place place) const;
 
-    /// The place at @p distance along the curve from its start, kept within the curve.
+    /// The place at @p distance along the curve from its start, clamped to the curve.
     Place place_at(double distance) const;
 
-    /// The nearest place to @p q; the first one of several. The curve must not be empty.
+    /// The place nearest to @p q; the first of several. The curve must not be empty.
     Foot nearest(QPointF q) const;
 
-    /// The place farthest from @p q; the first one of several.
+    /// The place farthest from @p q; the first of several.
     Place farthest(QPointF q) const;
 
-    /// The place with the greatest coordinate along @p direction; the first one of several.
+    /// The place with the greatest coordinate along @p direction; the first of several.
     Place extreme(QPointF direction) const;
 
     /// All places, in the order of the curve, whose coordinate along @p direction is
-    /// @p value. A place that touches the value to within @p tolerance counts once; a line
-    /// that lies in it is given by its ends.
+    /// @p value. A place that touches the value within @p tolerance counts once; a straight piece
+    /// at that value is represented by its ends.
     std::vector<Place> crossings(QPointF direction, double value, double tolerance = 1e-12) const;
 
-    /// Area to the left of the curve, closed by a straight line from its end to its start:
-    /// positive when it runs counter-clockwise (y upwards).
+    /// Area enclosed by the curve and the straight line from its end to its start: positive when it
+    /// runs counter-clockwise (y upwards).
     double signed_area() const;
 
     /// Centroid of that area; not finite where the area is 0.
@@ -85,24 +84,23 @@ public:
 
     Curve reversed() const;
 
-    /// The stretch between two places; @p from must not lie behind @p to.
+    /// The stretch between two places; @p from must not come after @p to.
     Curve part(Place from, Place to) const;
 
-    /// The curve scaled and turned by the complex factor @p rotation, then moved by
-    /// @p shift.
+    /// The curve scaled and rotated by the complex factor @p rotation, then moved by @p shift.
     Curve mapped(QPointF rotation, QPointF shift) const;
 
-    /// The curve as straight lines, from it by at most @p flatness.
+    /// The curve as straight lines that deviate from it by at most @p flatness.
     QPolygonF polyline(double flatness) const;
 
 private:
     std::vector<Piece> curve_pieces;
     std::vector<bool> joint_corners;
-    std::vector<double> starts; // length before each piece, and the whole length
+    std::vector<double> starts; // length before each piece, then the total length
     std::vector<QRectF> boxes;  // of each piece
 };
 
-/// A curve, or the reason why there is none.
+/// A curve, or the reason for having none.
 struct CurveResult {
     Curve curve;
     QString reason;         ///< Empty when there is a curve.
@@ -110,30 +108,30 @@ struct CurveResult {
     int straight_edges = 0; ///< Of tables: long edges kept straight.
 };
 
-/// The curve of a quadratic spline, piece by piece as its knots say: between the inner
-/// knots parabolas, at the ends, where two basis functions are left and their normalised
-/// sum divides by itself, straight lines (C. de Boor, "A Practical Guide to Splines", ch. IX;
-/// the ends of a parabola are values of the polar form at a knot).
+/// The curve of a quadratic spline, one piece for each knot span. The inner spans are parabolas,
+/// whose ends are values of the polar form at a knot (C. de Boor, "A Practical Guide to Splines",
+/// ch. IX). The first and last are straight lines, since the normalised sum has only two basis
+/// functions there.
 ///
-/// A control point whose two knots lie within 0.0002 of each other is a corner.
+/// A control point whose two knots are less than 0.0002 apart is a corner.
 ///
 /// Refused with a reason: a degree other than 2, fewer than two control points, decreasing
-/// knots, knots that do not run from 0 to 1, knots that tear the curve, and numbers that
-/// are not finite.
+/// knots, knots that do not run from 0 to 1, knots that break the curve apart, and numbers that are
+/// not finite.
 /// @param spline control points in any unit of length
 CurveResult spline_curve(const SplineFoil& spline);
 
 /// The curve through the points of a table, in their order: cubics with continuous
 /// curvature over the chord length (as in C. de Boor, ch. IV), with a parabola at each free
-/// end. It breaks at corners, and long edges are straight lines.
+/// end. The curve is split at corners, and long edges are straight lines.
 ///
-/// A corner is a point where the direction turns by more than 30 degrees and by more than
-/// ten times (near the point farthest from the ends, twenty times) what it turns the same
-/// way at either neighbour. A long edge is one of more than 0.05 of the greatest extent and
-/// more than six times either neighbouring edge, or one between two corners.
+/// A corner is a point where the direction turns by more than 30 degrees, and by more than ten
+/// times as much (twenty times near the point farthest from the ends) as it turns in the same sense
+/// at either neighbour. A long edge is one of more than 0.05 of the greatest extent and more than
+/// six times either neighbouring edge, or one between two corners.
 ///
-/// Points that repeat the one before are left out. Refused with a reason: fewer than three
-/// points, and points that are not finite or beyond 1e6.
+/// Points that repeat the previous one are dropped. Refused with a reason: fewer than three points,
+/// and points that are not finite or exceed 1e6.
 CurveResult table_curve(const QPolygonF& points);
 
 } // namespace sections

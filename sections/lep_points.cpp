@@ -16,7 +16,7 @@ using tables::Gravity;
 using tables::Profile;
 using tables::Table;
 
-// A piece of the outline between two rows, and how many edges it is to have.
+// A piece of the outline between two rows, and the number of edges it will get.
 struct Stretch {
     qsizetype first;
     qsizetype last;
@@ -25,7 +25,7 @@ struct Stretch {
     bool fits() const { return (last > first) == (edges > 0); }
 };
 
-// The rows before the nose and behind it share the edges of the upper side as the table has them.
+// The rows before and after the nose share the edges of the upper side in the ratio of the table.
 std::array<Stretch, 4> stretches(const Profile& profile, const LepPoints& counts) {
     const qsizetype end = profile.table.points.size() - 1;
     int before_nose = counts.upper - 1;
@@ -44,7 +44,7 @@ Table refused(Table table, const QString& text) {
     return table;
 }
 
-// A row that stands twice has no edge of its own.
+// A repeated row has no edge.
 Table without_repeats(Table table) {
     const QPolygonF all = table.points;
     const std::vector<int> lines = table.lines;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A paragliding profile with counts that are given: all profiles of a wing have the same.
+// A paragliding profile with given counts: all profiles of a wing have the same.
 #pragma once
 
 #include "tables/table.h"
@@ -14,11 +14,11 @@ struct LepPoints {
     int lower = 0;
 };
 
-/// @p table in the frame of a profile, with so many rows that it is written with these counts. Each
-/// piece between the trailing edge, the nose, O-1 and O-2 gets rows on the curve through the
-/// points (table_curve()), spread as those of the table are; with the counts that the table has
-/// the rows stay where they are. Notes, or the error that says why it cannot be done, are added
-/// to the findings: no openings, counts that leave a piece without rows, more than 500 rows.
+/// @p table in the frame of a profile, with the number of rows that these counts require. Each
+/// piece between the trailing edge, the nose, O-1 and O-2 gets rows on the curve through the points
+/// (table_curve()), spaced like those of the table; if the table already has these counts, its rows
+/// stay where they are. Notes are added to the findings, or an error with the reason: no openings,
+/// counts that leave a piece without rows, more than 500 rows.
 tables::Table with_lep_points(const tables::Table& table, const LepPoints& counts, int decimals);
 
 } // namespace sections

@@ -18,8 +18,7 @@ constexpr double nearly_one_size = 1e-4;
 
 const QPointF upwards(0.0, 1.0);
 
-// The upper height at x with the lower one taken off (-1: the thickness) or added (1: twice
-// the camber).
+// The upper height at x minus the lower one (-1: the thickness) or plus it (1: twice the camber).
 std::optional<double> height_at(const Sides& sides, double x, double sign_of_lower) {
     const std::optional<Place> upper = cut_at(sides.upper, x, 1.0);
     const std::optional<Place> lower = cut_at(sides.lower, x, -1.0);
@@ -32,7 +31,7 @@ double scanned_station(int i) {
     return 0.5 * (1.0 - std::cos(180.0 * degree * i / scanned_stations));
 }
 
-// The golden section between the neighbours of a scanned station.
+// Golden-section search between the neighbours of a scanned station.
 template<typename Function>
 Peak refined(const Function& f, int scanned, double value) {
     Peak peak = {value, scanned_station(scanned)};
@@ -55,8 +54,9 @@ Peak refined(const Function& f, int scanned, double value) {
     return peak;
 }
 
-// The station of the greatest f over [0, 1]: the best of a scan, cosine-spaced, refined. The
-// curve through a rough table has several peaks of nearly one size, so some more are refined.
+// The station of the greatest f over [0, 1]: the best of a cosine-spaced scan, refined. The curve
+// through a rough table has several peaks of nearly the same size, so the next best are refined
+// too.
 template<typename Function>
 std::optional<Peak> peak_of(const Function& f) {
     std::vector<std::pair<double, int>> found;
@@ -90,7 +90,7 @@ std::optional<Peak> thickness_of(const Sides& sides) {
     return peak_of([&](double x) { return height_at(sides, x, -1.0); });
 }
 
-// Camber above the height zero; the one of greater size, with its sign.
+// Camber relative to the height zero: the extreme of greater magnitude, with its sign.
 std::optional<Peak> camber_of(const Sides& sides, double zero) {
     const auto signed_peak = [&](double sign) {
         return peak_of([&](double x) -> std::optional<double> {
@@ -139,7 +139,7 @@ Measuring::Measuring(const Section& measured, Measures& results)
     const QPointF line = m.trailing_edge - m.leading_edge;
     m.chord = norm(line);
     m.chord_angle = turning({1.0, 0.0}, line) / degree;
-    // The complex quotient by the chord line.
+    // Complex division by the chord line.
     const double squared = dot(line, line);
     const QPointF rotation(line.x() / squared, -line.y() / squared);
     const QPointF nose = m.leading_edge;
@@ -208,7 +208,7 @@ void Measuring::nose() {
     }
     Nose nose = {1.0 / whole, 1.0 / upper, 1.0 / lower, std::nullopt};
     const double thickness = m.thickness ? m.thickness->size : 0.0;
-    // A thickness of 1e-200 has no square.
+    // The square of a thickness of 1e-200 is 0.
     const double over_square = nose.radius / m.chord / (thickness * thickness);
     if (std::isfinite(over_square))
         nose.over_thickness_squared = over_square;
@@ -256,7 +256,7 @@ void Measuring::mouth(const tables::Openings& openings) {
     const QPointF line = mouth.end - mouth.start;
     mouth.straight = norm(line);
     mouth.angle = turning(m.trailing_edge - m.leading_edge, line) / degree;
-    // Of the lower side lengths count from the trailing edge.
+    // Lengths on the lower side count from the trailing edge.
     const double to_start = upright.lower.length_to(*start);
     mouth.panel_behind = upright.lower.length_to(*end);
     mouth.along = to_start - mouth.panel_behind;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The numbers of a section. Each definition, with a figure, is in docs/measures.md.
+// The measures of a section. docs/measures.md defines each of them, with a figure.
 #pragma once
 
 #include "sections/section.h"
@@ -12,7 +12,7 @@
 
 namespace sections {
 
-/// A greatest value and where it is. Of a camber below 1e-7 both are 0.
+/// A greatest value and its station. For a camber below 1e-7 both are 0.
 struct Peak {
     double size = 0.0;
     double station = 0.0;
@@ -21,18 +21,18 @@ struct Peak {
 /// Radius at the leading edge.
 struct Nose {
     double radius = 0.0;
-    double upper = 0.0; ///< Of a spline: from the mean curvature of the upper side alone.
-    double lower = 0.0; ///< Of a spline: of the lower side alone. Otherwise both as radius.
-    std::optional<double> over_thickness_squared; ///< Where there is a thickness.
+    double upper = 0.0; ///< For a spline: from the mean curvature of the upper side alone.
+    double lower = 0.0; ///< For a spline: the same of the lower side. Otherwise both equal radius.
+    std::optional<double> over_thickness_squared; ///< None without a thickness.
 };
 
-/// The intake between two vertical cuts of the lower side, and what is left of the surface.
+/// The intake between two vertical cuts of the lower side, and the rest of the surface.
 struct Mouth {
     QPointF start;               ///< At O-1.
     QPointF end;                 ///< At O-2.
     double straight = 0.0;       ///< From one to the other.
     double along = 0.0;          ///< The same along the curve.
-    double angle = 0.0;          ///< Of the straight line from the chord line, degrees, positive
+    double angle = 0.0;          ///< Of the straight line to the chord line, degrees, positive
                                  ///< where it rises towards the trailing edge.
     double panel_over_top = 0.0; ///< Along the curve from the trailing edge over the top to O-1.
     double panel_behind = 0.0;   ///< Along the curve from O-2 to the trailing edge.
@@ -50,19 +50,20 @@ struct Station {
     double lower_from_nose = 0.0;
 };
 
-/// Lengths, heights and stations are fractions of the window's chord, areas of its square,
-/// unless told otherwise. What makes no sense for a section is left out, and notes say why.
+/// Lengths, heights and stations are fractions of the window's chord, areas of its square, unless
+/// stated otherwise. Measures that make no sense for a section are left out, and notes give the
+/// reason.
 struct Measures {
-    QPointF leading_edge;     ///< Farthest from the middle of the trailing edge.
-    QPointF trailing_edge;    ///< That middle.
+    QPointF leading_edge;     ///< The place farthest from trailing_edge.
+    QPointF trailing_edge;    ///< The midpoint of the two ends.
     double chord = 0.0;       ///< From one to the other.
-    double chord_angle = 0.0; ///< Of the chord line from the x axis, degrees.
+    double chord_angle = 0.0; ///< Of the chord line to the x axis, degrees.
 
     std::optional<Peak> thickness;         ///< Across the chord line; both fractions of that chord.
     std::optional<Peak> camber;            ///< Across it, with sign; both fractions of that chord.
     std::optional<Peak> thickness_upright; ///< Vertical, in the frame of the file.
     std::optional<Peak> camber_upright;    ///< Vertical, above y = 0 of the file, with sign.
-    double height = 0.0;                   ///< As the window shows it: of the points that it draws.
+    double height = 0.0;                   ///< As the window shows it: that of the points it draws.
     QPointF highest;
     QPointF lowest;
 
@@ -78,19 +79,19 @@ struct Measures {
     double lower_length = 0.0;
     std::optional<Mouth> mouth;
 
-    std::vector<Station> stations; ///< As many as wanted, in that order; see notes.
-    QStringList notes;             ///< Why something is left out, or needs a look.
+    std::vector<Station> stations; ///< Those requested, in that order; see notes.
+    QStringList notes;             ///< Why a measure is missing or needs a look.
 };
 
-/// Half the stretch of arc, in fractions of the chord line, whose mean curvature gives the
-/// nose radius of a spline.
+/// Half the length of the arc, as a fraction of the chord line, whose mean curvature gives the nose
+/// radius of a spline.
 inline constexpr double nose_stretch = 0.005;
 
-/// Share of the chord line behind which straight lines give the trailing-edge angle.
+/// Fraction of the chord line at its end in which straight lines give the trailing-edge angle.
 inline constexpr double tail_share = 0.02;
 
 /// Measures @p section.
-/// @param stations vertical cuts wanted, fractions of the window's chord; one that meets only
+/// @param stations vertical cuts requested, fractions of the window's chord; one that meets only
 ///                 one side is left out with a note
 Measures measure(const Section& section, const std::vector<double>& stations = {});
 

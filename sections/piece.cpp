@@ -89,8 +89,8 @@ double Piece::length(double from, double to) const {
     const QPointF start = derivative(from);
     const QPointF end = derivative(to);
     const auto speed = [this](double u) { return norm(derivative(u)); };
-    // Where the speed hardly changes, the difference of the closed form would cancel and
-    // the rule below is exact to the last bits.
+    // Where the speed hardly changes, the closed form would lose digits by cancellation, and the
+    // quadrature below is exact to the last bits.
     if (n == 2 && k * (to - from) > 0.1 * std::min(norm(start), norm(end))) {
         const QPointF axis = unit(bend);
         const double p = std::abs(cross(start, axis));

@@ -11,8 +11,8 @@
 
 namespace sections {
 
-/// A straight line, a parabola or a cubic with the parameter u from 0 to 1.
-/// Coordinates and lengths have the unit of the points it is made from.
+/// A straight line, a parabola or a cubic with the parameter u from 0 to 1. Coordinates and lengths
+/// are in the unit of its points.
 class Piece {
 public:
     /// The straight line from @p a to @p b.
@@ -21,7 +21,8 @@ public:
     /// The parabola from @p a to @p b whose end tangents meet in @p control.
     static Piece parabola(QPointF a, QPointF control, QPointF b);
 
-    /// The cubic from @p a to @p b with the derivatives @p da and @p db by u at its ends.
+    /// The cubic from @p a to @p b with the derivatives @p da and @p db with respect to u at its
+    /// ends.
     static Piece cubic(QPointF a, QPointF da, QPointF b, QPointF db);
 
     int degree() const { return n; } ///< 1, 2 or 3.
@@ -30,37 +31,36 @@ public:
     QPointF derivative(double u) const;        ///< By u.
     QPointF second_derivative(double u) const; ///< By u.
 
-    /// Unit vector along the piece. Where the derivative is 0, the direction in which the
-    /// piece leaves (u below 1) or arrives (u = 1); (0, 0) for a piece that is one point.
+    /// Unit vector along the piece. Where the derivative is 0, the direction in which the piece
+    /// leaves (u below 1) or arrives (u = 1); (0, 0) for a piece that is a single point.
     QPointF tangent(double u) const;
 
-    /// Curvature with sign, positive for a turn to the left (y upwards): cross(P', P'')
-    /// over the cube of |P'|; 0 where P' is 0.
+    /// Signed curvature, positive for a turn to the left (y upwards): cross(P', P'') over the cube
+    /// of |P'|; 0 where P' is 0.
     double curvature(double u) const;
 
-    /// Length from u = @p from to u = @p to, from <= to. Exact for lines; for parabolas by
-    /// the integral of the root of s^2 + p^2 in closed form; for cubics by Gauss-Legendre,
-    /// halved until two halves agree with the whole to 1e-13 of it.
+    /// Length from u = @p from to u = @p to, from <= to. Exact for lines; for parabolas by the
+    /// closed-form integral of sqrt(s^2 + p^2); for cubics by Gauss-Legendre quadrature over
+    /// intervals that are halved until both halves agree with the whole to 1e-13 of it.
     double length(double from = 0.0, double to = 1.0) const;
 
-    /// The u that lies @p distance along the piece from its start, within 0..1.
+    /// The u at @p distance along the piece from its start, clamped to 0..1.
     double parameter_at(double distance) const;
 
     /// Coordinate along @p direction as a polynomial in u.
     Polynomial along(QPointF direction) const;
 
-    /// Half the derivative by u of the squared distance from @p q. Its roots are the feet
-    /// of perpendiculars.
+    /// Half the derivative with respect to u of the squared distance from @p q. Its roots are the
+    /// feet of perpendiculars.
     Polynomial approach(QPointF q) const;
 
-    /// A box that holds the piece, not always the least one.
+    /// A box that contains the piece, not always the smallest one.
     QRectF bounds() const;
 
     /// The piece between u = @p from and u = @p to; @p from above @p to reverses it.
     Piece part(double from, double to) const;
 
-    /// The piece scaled by @p scale and turned (x, y) -> (x c - y s, x s + y c), then
-    /// moved by @p shift.
+    /// The piece scaled and rotated, (x, y) -> (x c - y s, x s + y c), then moved by @p shift.
     /// @param rotation (c, s) times the scale
     Piece mapped(QPointF rotation, QPointF shift) const;
 

@@ -8,11 +8,11 @@ namespace sections {
 
 namespace {
 
-// Newton's method kept inside a shrinking bracket; f(low) and f(high) differ in sign.
+// Newton's method within a shrinking bracket; f(low) and f(high) differ in sign.
 double bracketed_root(const Polynomial& c, const Polynomial& slope, double low, double high) {
     const bool rises = value_at(c, high) > 0.0;
     double u = 0.5 * (low + high);
-    // Halving alone would end after the 52 bits of the range and those below its start.
+    // Enough even for bisection alone, which ends when the bits of a double are used up.
     for (int step = 0; step < 200; ++step) {
         const double f = value_at(c, u);
         if (f == 0.0)

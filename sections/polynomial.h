@@ -16,16 +16,15 @@ using Polynomial = std::array<double, highest_degree + 1>;
 /// Value of @p c at @p u.
 double value_at(const Polynomial& c, double u);
 
-/// Derivative of @p c by u.
+/// Derivative of @p c with respect to u.
 Polynomial derivative(const Polynomial& c);
 
 /// All real roots of @p c within [0, 1], ascending, each to the last bits: between two
 /// zeros of its derivative a polynomial is monotone, so a change of sign brackets exactly
 /// one root.
-/// @param tolerance where the polynomial comes this near to 0, without a change of sign,
-///                  at an end of the range or at a zero of its derivative, counts as a
-///                  root too
-/// @return empty for a polynomial that is not finite, or a constant one
+/// @param tolerance an end of the range, or a zero of the derivative, where the polynomial comes
+///                  this close to 0 without a change of sign counts as a root too
+/// @return empty for a polynomial that is not finite or is constant
 std::vector<double> roots_in_unit_interval(const Polynomial& c, double tolerance = 0.0);
 
 } // namespace sections

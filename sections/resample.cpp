@@ -13,17 +13,17 @@ namespace {
 
 constexpr int most_points = 1000000;
 constexpr int least_between = 3;
-// Stops nearer to each other, as a fraction of the length, are one: the two ends of a
-// sharpened point.
+// Stops closer together than this fraction of the length count as one: the two ends of a sharpened
+// point.
 constexpr double same_stop = 1e-3;
 constexpr double half_turn = 3.14159265358979323846;
-// Radii of curvature, as fractions of half the length, between which the spacing follows
-// the curvature: beyond, noise of a table would count.
+// Radii of curvature, as fractions of half the length, between which the spacing follows the
+// curvature. Beyond them it would follow the noise of a table.
 constexpr double largest_radius = 1.0;
 constexpr double smallest_radius = 1e-3;
 constexpr int samples_of_piece = 16;
 
-// Lengths along the curve where a point has to lie.
+// Lengths along the curve where there must be a point.
 std::vector<double> fixed_stops(const Curve& curve) {
     std::vector<double> stops = {0.0, curve.length_to(curve.extreme({-1.0, 0.0})), curve.length()};
     for (int i = 0; i + 1 < int(curve.pieces().size()); ++i) {
@@ -41,8 +41,7 @@ std::vector<double> fixed_stops(const Curve& curve) {
     return apart;
 }
 
-// A measure along the curve of which every two neighbours get the same share, as pairs of
-// length and sum.
+// A measure along the curve that is divided equally among the steps, as pairs of length and sum.
 class Measure {
 public:
     Measure(const Curve& curve, Spacing spacing);
@@ -85,7 +84,7 @@ double Measure::interpolated(const std::vector<double>& from, const std::vector<
     return to[i - 1] + share * (to[i] - to[i - 1]);
 }
 
-// How many steps each stretch gets: at least one, the rest by the largest remainders.
+// The number of steps of each stretch: at least one, the rest by the largest-remainder method.
 std::vector<int> shared_steps(const std::vector<double>& weights, int steps) {
     const double whole = std::accumulate(weights.begin(), weights.end(), 0.0);
     const int spare = steps - int(weights.size());

@@ -11,10 +11,10 @@ namespace sections {
 
 namespace {
 
-// Less area, as a fraction of the squared chord, counts as none.
+// A smaller area, as a fraction of the squared chord, counts as none.
 constexpr double no_area = 1e-6;
 
-// A leading edge of a curve of rounded numbers is met to within this.
+// Tolerance for a cut to touch the leading edge of a curve of rounded numbers.
 constexpr double touches = 1e-9;
 
 QPolygonF mapped(const QPolygonF& points, double scale, QPointF shift) {
@@ -75,7 +75,7 @@ SectionResult section_of_table(const tables::Table& table) {
 
 SectionResult section_of_spline(const SplineFoil& spline) {
     QPolygonF samples = spline.make_SplinePoly();
-    // Where the last knots lie below 1 there is no curve at the last parameters.
+    // If the last knots are below 1 there is no curve at the last parameters.
     samples.removeIf([](QPointF p) { return !std::isfinite(p.x()) || !std::isfinite(p.y()); });
     SectionResult result = in_window_frame(spline_curve(spline), samples);
     if (result.section) {

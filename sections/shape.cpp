@@ -67,7 +67,7 @@ public:
     }
 
 private:
-    // One row of three columns gives two points: it is told once.
+    // A row of three columns gives two points, but is reported once.
     void add(Gravity gravity, int line, const QString& text) {
         const auto is_told = [=](const Finding& finding) {
             return finding.line == line && finding.gravity == gravity;
@@ -83,7 +83,7 @@ private:
     int line_of(const OutlineRow& row) const { return line_of(row.source); }
     QPointF given(const OutlineRow& row) const { return table.points[row.source]; }
 
-    // Of many findings of one kind the first ones, and how many there are.
+    // Reports the first few findings of one kind, and the number of the others.
     template<typename Index, typename Line, typename Text>
     void add_each(Gravity gravity, const std::vector<Index>& indices, Line line, Text text) {
         constexpr std::size_t most_told = 10;
@@ -110,7 +110,7 @@ private:
         return ordered;
     }
 
-    // One end ten times, or more, as far from the other rows as these are from each other.
+    // Whether one end is at least ten times as far from the other rows as these extend.
     bool find_foreign_end() {
         constexpr double least_share = 0.1;
         const auto extent = [](auto begin, auto end) {
@@ -137,7 +137,7 @@ private:
         return false;
     }
 
-    // The outline ends at its trailing edge, and a row far from it follows.
+    // Drops a row far away that follows the trailing edge at the end of the outline.
     void drop_stray_row() {
         constexpr double far = 0.3;
         constexpr double near = 0.05;
@@ -183,15 +183,15 @@ private:
             all.push_back(spike.row);
             distances.push_back(spike.distance);
         }
-        std::size_t told = 0;
+        std::size_t next = 0;
         add_each_row(Gravity::doubt, all, [&](std::size_t i) {
             return QStringLiteral("%1 lies %2 off the line through its neighbours")
-                .arg(point_text(given(rows[i])), QString::number(distances[told++], 'g', 2));
+                .arg(point_text(given(rows[i])), QString::number(distances[next++], 'g', 2));
         });
         leave_out(all);
     }
 
-    // Leaves out single rows that run back.
+    // Whether x runs to the nose and back once; drops single rows that run backwards.
     bool is_one_run() {
         const std::vector<std::size_t> all = rows_running_back(rows);
         if (all.empty())

@@ -82,7 +82,7 @@ std::vector<std::size_t> rows_running_back(const OutlineRows& rows) {
     for (std::size_t i = 1; i + 1 < rows.size(); ++i) {
         if (!is_out_of_order(i))
             continue;
-        // Where two neighbours are out of order, leaving out either one mends it.
+        // Where two neighbours are out of order, dropping either one restores it.
         const bool is_pair = i + 2 < rows.size() && is_out_of_order(i + 1);
         const bool is_second = is_pair && distance_from_neighbours(rows, i, i + 1) <
                                               distance_from_neighbours(rows, i + 1, i);
@@ -95,7 +95,7 @@ std::vector<std::size_t> rows_running_back(const OutlineRows& rows) {
 std::optional<std::size_t> second_turn(const OutlineRows& rows) {
     constexpr double turn_back = 0.02;
     const std::size_t nose = nose_of(rows);
-    // On the way to the nose x must not grow again, on the way back it must not shrink.
+    // On the way to the nose x must not increase again, on the way back it must not decrease.
     double least = rows.front().point.x();
     for (std::size_t i = 0; i <= nose; ++i) {
         least = std::min(least, rows[i].point.x());
@@ -114,7 +114,7 @@ std::optional<std::size_t> second_turn(const OutlineRows& rows) {
 Overlap greatest_overlap(const OutlineRows& rows, double from, double to) {
     const std::size_t nose = nose_of(rows);
     const std::size_t end = rows.size();
-    // The side that is higher in the mean is the upper one; this is the sign of the area.
+    // The side that is higher on average is the upper one, as the sign of the area shows.
     double area = 0.0;
     for (std::size_t i = 0; i < end; ++i) {
         const QPointF a = rows[i].point;
@@ -158,7 +158,7 @@ NoseGap nose_gap(const OutlineRows& rows) {
             if (rows[other].point.x() <= least + reach)
                 edge = std::max(edge, std::hypot(along.x(), along.y()));
         }
-        // The height of an arc that turns by as much over its chord.
+        // The height of a circular arc over the edge that turns by the same angle.
         const double height = 0.5 * edge * std::tan(0.25 * turns[i]);
         if (height > gap.height)
             gap = {height, turns[i] * degrees_per_radian, i};

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The checks of shape.h one by one. Used by the sources of this folder only.
+// The individual checks of shape.h.
 #pragma once
 
 #include "tables/table.h"
@@ -12,10 +12,10 @@
 
 namespace sections {
 
-/// A row of the outline in fractions of the width.
+/// A row of the outline.
 struct OutlineRow {
-    QPointF point;  ///< In the unit of the width of the outline.
-    int source = 0; ///< Which point of the table it is.
+    QPointF point;  ///< In fractions of the width of the outline.
+    int source = 0; ///< Index of the point in the table.
 };
 using OutlineRows = std::vector<OutlineRow>;
 
@@ -28,18 +28,18 @@ struct Spike {
     double distance = 0.0; ///< From the smooth line through the neighbours.
 };
 
-/// How far a row lies off the smooth line through the four rows nearest to it, two on each side
-/// where there are, of which the row @p without is none. At least 6 rows.
+/// The distance of a row from the cubic through the four rows nearest to it, two on each side if
+/// possible, not counting the row @p without. Needs at least 6 rows.
 double distance_from_neighbours(const OutlineRows& rows, std::size_t row, std::size_t without);
 
 /// The rows without which the rows around them are far smoother.
 std::vector<Spike> spikes(const OutlineRows& rows);
 
-/// The rows of height 0 between two rows that both lie more than 0.005 above it, or both below.
+/// The rows of height 0 between two rows that are both more than 0.005 above it, or both below.
 std::vector<std::size_t> rows_without_height(const OutlineRows& rows);
 
-/// The rows whose x lies not between those of their neighbours, which go on. Of two neighbours of
-/// which either one may be wrong, the one without which the other one fits better.
+/// The rows whose x is not between those of their neighbours, which continue the run. Of two
+/// neighbours either of which may be wrong, the one without which the other fits better.
 std::vector<std::size_t> rows_running_back(const OutlineRows& rows);
 
 /// The row at which x turns a second time by more than 2 % of the width, after the nose.
@@ -54,9 +54,9 @@ struct Overlap {
 /// The greatest overlap of the sides within the stations @p from to @p to.
 Overlap greatest_overlap(const OutlineRows& rows, double from, double to);
 
-/// How far the curve may leave the straight lines at the nose, and the row with the sharpest turn.
+/// How far the curve may be off the straight lines at the nose, and the row with the sharpest turn.
 struct NoseGap {
-    double height = 0.0; ///< Of the circular arc over the longest edge at the nose.
+    double height = 0.0; ///< Height of the circular arc over the longest edge at the nose.
     double turn = 0.0;   ///< Degrees.
     std::size_t row = 0;
 };

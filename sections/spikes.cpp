@@ -15,11 +15,11 @@ double length(QPointF a) {
     return std::hypot(a.x(), a.y());
 }
 
-// The nearest point of a curve to q between two parameters.
+// The point of a cubic nearest to q between two parameters.
 QPointF nearest_point(const tables::Cubic& cubic, QPointF q, double begin, double end) {
     constexpr int steps = 16;
     QPointF best = cubic.at(begin);
-    // Each round looks between the neighbours of the best sample of the one before.
+    // Each round searches between the neighbours of the best sample so far.
     for (int round = 0; round < 4; ++round) {
         const double step = (end - begin) / steps;
         int nearest = 0;
@@ -37,8 +37,8 @@ QPointF nearest_point(const tables::Cubic& cubic, QPointF q, double begin, doubl
     return best;
 }
 
-// The point that the four rows nearest to a row suggest for it, without the row itself and without
-// another one: two on each side, or more on one side at an end of the outline.
+// The point that the four nearest rows suggest for a row, not counting the row itself and one
+// other: two on each side, or more on one side at an end of the outline.
 QPointF suggested(const OutlineRows& rows, std::size_t row, std::size_t without) {
     std::array<QPointF, 4> around;
     std::size_t before = 0;
@@ -78,14 +78,14 @@ std::vector<Spike> spikes(const OutlineRows& rows) {
     constexpr std::size_t least_rows = 9;
     constexpr double least_distance = 5e-4;
     constexpr double least_ratio = 6.0;
-    // Over wide gaps the line through the neighbours says little.
+    // Across wide gaps the line through the neighbours means little.
     constexpr double least_share = 0.03;
     std::vector<Spike> found;
     if (rows.size() < least_rows)
         return found;
     const std::size_t last = rows.size() - 1;
     for (std::size_t row = 1; row < last; ++row) {
-        // The line goes through both neighbours.
+        // The line passes through both neighbours.
         if (length(rows[row].point - rows[row - 1].point) < least_distance ||
             length(rows[row].point - rows[row + 1].point) < least_distance)
             continue;
@@ -93,7 +93,7 @@ std::vector<Spike> spikes(const OutlineRows& rows) {
         const double gap = length(rows[row + 1].point - rows[row - 1].point);
         if (distance < std::max(least_distance, least_share * gap))
             continue;
-        // How well the rows around suggest each other once this one is left out.
+        // How well the surrounding rows predict each other without this one.
         double roughness = 0.0;
         for (std::size_t other = row > 2 ? row - 2 : 1; other <= std::min(row + 2, last - 1);
              ++other) {

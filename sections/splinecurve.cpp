@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The quadratic spline as its pieces.
+// The quadratic spline as polynomial pieces.
 #include "sections/curve.h"
 
 #include "document/parastruct.h"
@@ -12,20 +12,20 @@ namespace sections {
 
 namespace {
 
-// "Set hull" leaves 0.0001 between two knots; the sum has other last bits.
+// "Set hull" leaves 0.0001 between two knots, up to rounding.
 constexpr double sharp_span = 0.0002;
 
-// A joint that turns by more is a corner: control points that coincide make one.
+// A joint that turns by more is a corner: coincident control points make one.
 constexpr double smooth_turn = 1e-3;
 
-// Where a piece ends and the next one begins the values differ by rounding at most.
+// The end of a piece and the start of the next may differ by this much through rounding.
 constexpr double torn = 1e-9;
 
 bool is_finite(QPointF point) {
     return std::isfinite(point.x()) && std::isfinite(point.y());
 }
 
-// The knots t[0] .. t[n + 2] of n control points: why there is no curve, or nothing.
+// Why the knots t[0] .. t[n + 2] of n control points give no curve; otherwise empty.
 QString objection(const SplineFoil& spline) {
     const int n = spline.point_count();
     const double* t = spline.b_knots;
@@ -55,7 +55,7 @@ CurveResult spline_curve(const SplineFoil& spline) {
     const double* t = spline.b_knots;
     const QPointF* P = spline.CP;
 
-    // The curve at knot j as the span after it or the one before it reaches it.
+    // The curve at knot j as approached from the span after it or before it.
     const auto at_knot = [&](int j) {
         const double share = (t[j] - t[j - 1]) / (t[j + 1] - t[j - 1]);
         return P[j - 2] + share * (P[j - 1] - P[j - 2]);
@@ -87,7 +87,7 @@ CurveResult spline_curve(const SplineFoil& spline) {
             const double turn = turning(pieces.back().tangent(1.0), piece.tangent(0.0));
             const bool bent = std::abs(turn) > smooth_turn;
             corners.push_back(sharp || after_sharp || bent);
-            // The two ends of a sharpened point count once.
+            // The two ends of a sharpened point count as one corner.
             result.corners += sharp || (bent && !after_sharp);
         }
         after_sharp = sharp;

@@ -13,14 +13,14 @@ namespace {
 
 constexpr double sharp_turn = 30.0 * 3.14159265358979323846 / 180.0;
 constexpr double corner_ratio = 10.0;
-// Coarse tables of thin sections turn this much more at the nose than beside it.
+// Coarse tables of thin sections turn this much more at the nose than next to it.
 constexpr double nose_ratio = 20.0;
 constexpr double long_edge = 0.05;
 constexpr double long_ratio = 6.0;
 constexpr double repeated = 1e-9;
 constexpr double greatest_coordinate = 1e6;
 
-// Points that differ, with what the curve keeps of them.
+// The distinct points, with the corners and straight edges that the curve keeps.
 class Corners {
 public:
     explicit Corners(const QPolygonF& table);
@@ -87,8 +87,8 @@ void Corners::find_straight_edges() {
     }
 }
 
-// Derivatives by the chord length at points first .. last of the cubics with continuous
-// second derivatives. A given direction is kept; a free end is a parabola.
+// Derivatives with respect to the chord length, at the points first .. last, of the cubics with
+// continuous second derivatives. A given direction is kept; a free end is a parabola.
 std::vector<QPointF> slopes(const std::vector<QPointF>& points, std::size_t first, std::size_t last,
                             const QPointF* start, const QPointF* end) {
     const std::size_t count = last - first + 1;
@@ -99,7 +99,7 @@ std::vector<QPointF> slopes(const std::vector<QPointF>& points, std::size_t firs
         h[i] = norm(edge);
         d[i] = edge / h[i];
     }
-    // One elimination downwards: m[i] + upper[i] m[i + 1] = right[i].
+    // Forward elimination: m[i] + upper[i] m[i + 1] = right[i].
     std::vector<double> upper(count, 0.0);
     std::vector<QPointF> m(count);
     upper[0] = start ? 0.0 : 1.0;

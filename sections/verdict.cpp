@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Tables: the window's reader against the meaning.
+// Tables: what the window's reader shows against what the table means.
 #include "sections/verdict.h"
 
 #include "airfoil/airfoil.h"
@@ -17,7 +17,7 @@ using tables::Finding;
 using tables::Gravity;
 using tables::Table;
 
-// An outline in the window's frame, the points that repeat the one before left out.
+// An outline in the window's frame, without points that repeat the previous one.
 struct Trace {
     std::vector<QPointF> points;
     std::vector<int> lines;
@@ -36,7 +36,7 @@ struct Trace {
 
 struct Width {
     double width = 0.0;
-    double farthest = 0.0; // greatest coordinate without its sign
+    double farthest = 0.0; // greatest absolute coordinate
 
     explicit Width(const QPolygonF& outline) {
         double least = outline.first().x();
@@ -69,18 +69,18 @@ Trace shown_trace(const QPolygonF& shown, double tolerance) {
     return trace;
 }
 
-// How far two traces go together: points of the one that the other lacks.
+// How far two traces match: the points of each that the other lacks.
 struct Alignment {
     bool is_aligned = false;
     int lost = 0;
     int added = 0;
-    int first_line = 0; // of what was lost
+    int first_line = 0; // of the first point lost
 
     int missing() const { return lost + added; }
 };
 
 Alignment align(const Trace& meant, const Trace& shown, double tolerance) {
-    // More missing points in a row than these make another shape.
+    // More consecutive missing points than this make another shape.
     constexpr std::size_t longest_gap = 8;
     Alignment alignment;
     const std::size_t m = meant.points.size();
@@ -134,7 +134,7 @@ double distance_to_line(QPointF q, const std::vector<QPointF>& line) {
     return nearest;
 }
 
-// The greatest distance of some points of a trace to the lines between those of another one.
+// The greatest distance of some points of a trace from the lines between those of another.
 double distance_off(const Trace& trace, const Trace& line) {
     constexpr std::size_t most_probes = 300;
     const std::size_t step = trace.points.size() / most_probes + 1;
@@ -198,7 +198,7 @@ QString difference_shown(const Table& table, const QPolygonF& shown, int* line) 
     constexpr double diagonal = 0.5;
     if (longest_edge(seen.points) > std::max(diagonal, 1.5 * longest_edge(meant.points)))
         return QStringLiteral("the window draws a diagonal");
-    // What is lost at an end changes the scale of the others.
+    // Points lost at an end change the scale of the others.
     constexpr double other_scale = 5e-3;
     const Alignment alignment = exact.is_aligned ? exact : aligned(other_scale);
     const auto off = [](double distance) { return QString::number(distance, 'g', 2); };

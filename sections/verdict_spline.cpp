@@ -21,7 +21,7 @@ using tables::Gravity;
 constexpr qsizetype bytes_without_name = 3404;
 constexpr quint32 no_name = 0xffffffff;
 
-// The bytes of the name, which come first after their count.
+// The number of bytes of the name, which is the first item of the file.
 quint32 name_bytes(const QByteArray& bytes) {
     if (bytes.size() < qsizetype(sizeof(quint32)))
         return no_name;
@@ -130,7 +130,7 @@ private:
 } // namespace
 
 bool is_spline_file(const QByteArray& bytes) {
-    // A text has no such beginning: its first two bytes are characters or a byte-order mark.
+    // A text does not begin like this: its first two bytes are characters or a byte-order mark.
     constexpr quint32 longest_name = 0xffff;
     const quint32 name = name_bytes(bytes);
     return bytes.size() >= qsizetype(sizeof name) &&
