@@ -20,16 +20,16 @@ using sections::norm;
 using sections::turned_left;
 using sections::unit;
 
-// Clipper works on whole numbers; below a hundred metres its products stay exact.
+// Clipper works on integers; below a hundred metres its products stay exact.
 constexpr double grid = 1e5;
 
-// Less area, in squares of the grid, is what rounding leaves; holes have a negative one.
+// A smaller area, in squares of the grid, comes from rounding; holes have a negative one.
 constexpr double least_area = 1e-3 * grid * grid;
 
-// Points nearer to each other count as one, mm.
+// Points closer together than this count as one, mm.
 constexpr double same_point = 1e-6;
 
-// A rib may reach behind its trailing edge by this share of its width.
+// A rib may extend behind its trailing edge by this fraction of its width.
 constexpr double overhang = 1e-3;
 
 struct Edge {
@@ -60,8 +60,8 @@ std::vector<Edge> edges_of(const Outline& outline) {
 // The square end behind the trailing edge, in coordinates along and across a direction.
 struct SquareEnd {
     QPointF along;
-    double back = 0.0; // the hindmost of the outline
-    double low = 0.0;  // the outline across
+    double back = 0.0; // the rearmost point of the outline
+    double low = 0.0;  // the extent of the outline across
     double high = 0.0;
 
     double station(QPointF p) const { return dot(p, along); }
@@ -92,9 +92,9 @@ std::optional<SquareEnd> square_end(const Outline& outline, const std::vector<Ed
     return end;
 }
 
-// Goes round the outline at the allowance. The way winds round each place once for every
-// edge and corner whose allowance covers it: at a hollow corner it goes back to the corner
-// itself, so that the stretches on both sides are whole.
+// Goes round the outline at the distance of the allowance. The path winds round each place once for
+// every edge and corner whose allowance covers it. At a concave corner it returns to the corner
+// itself, so that the stretches on both sides are complete.
 class Walk {
 public:
     Walk(const Allowances& given, double arc_tolerance)
@@ -142,7 +142,7 @@ private:
     const double tolerance;
 };
 
-// What lies behind @p station, as far as an allowance of @p reach can come.
+// The area behind @p station, as far as an allowance of @p reach can extend.
 ClipperLib::Path behind(const SquareEnd& end, double station, double reach) {
     const QPointF up = turned_left(end.along);
     ClipperLib::Path box;
@@ -154,7 +154,7 @@ ClipperLib::Path behind(const SquareEnd& end, double station, double reach) {
     return box;
 }
 
-// From the point that is farthest back and up on.
+// The path, starting at its rearmost upper point.
 QPolygonF from_rear(const ClipperLib::Path& path, QPointF along) {
     QPolygonF points;
     for (const ClipperLib::IntPoint& p : path)
@@ -167,7 +167,7 @@ QPolygonF from_rear(const ClipperLib::Path& path, QPointF along) {
     return points;
 }
 
-// Whether there are loops the wrong way round of more than a millionth of the squared width.
+// Whether there are reversed loops of more than a millionth of the squared width.
 bool crosses_itself(const std::vector<Edge>& edges) {
     ClipperLib::Path path;
     double left = edges.front().start.x();

@@ -7,7 +7,7 @@
 
 namespace drawings {
 
-/// Widths that are added outside an outline, mm.
+/// Widths added outside an outline, mm.
 struct Allowances {
     double general = 0.0;
     double mouth = 0.0;
@@ -26,16 +26,15 @@ struct Outline {
 struct CutEdge {
     QPolygonF points; ///< Closed, counter-clockwise, from the upper rear corner on.
     QString reason;   ///< Why there is none; empty when there is one.
-    QString note;     ///< What does not fit the outline, else empty.
+    QString note;     ///< What does not fit the outline, otherwise empty.
 };
 
-/// The edge of everything that lies in the outline, or beside one of its edges by at most the
-/// allowance of that edge, as the Clipper library puts it together. Corners are round.
-/// Behind the trailing edge the allowance goes straight back on both sides, in the middle
-/// direction of them (along x where they are more than 120 degrees apart), and ends square at
-/// its own width; a rib that reaches farther back than its trailing edge has a round end there,
-/// with a note.
-/// @param tolerance mm, above 0: greatest distance of arcs from their circle
+/// The boundary of the outline together with everything within the allowance of an edge from that
+/// edge, computed by the Clipper library. Corners are round. Behind the trailing edge the allowance
+/// continues straight back on both sides, in the mean of their directions (along x where they are
+/// more than 120 degrees apart), and ends square at its own width. A rib that extends farther back
+/// than its trailing edge gets a round end there, and a note.
+/// @param tolerance mm, above 0: greatest deviation of arcs from their circle
 CutEdge cut_edge(const Outline& outline, const Allowances& allowances, double tolerance);
 
 } // namespace drawings

@@ -7,7 +7,7 @@ namespace drawings {
 
 namespace {
 
-// Numbers of the standard palette.
+// Colour numbers of the standard palette.
 constexpr int colours[layer_count] = {1, 7, 6, 3, 8, 5, 7, 5};
 
 class Dxf {
@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    // Codes, which are below 100, are written in three columns, as most programs do.
+    // Codes, which are below 100, are right-aligned in three columns, as most programs write them.
     void group(int code, QByteArrayView value) {
         const char tens = char(code < 10 ? ' ' : '0' + code / 10);
         const char line[] = {' ', tens, char('0' + code % 10), '\n'};
@@ -51,7 +51,7 @@ private:
         group(2, "HEADER");
         variable("$ACADVER");
         group(1, "AC1009");
-        // Younger than R12; readers that know it take the unit from it, others pass over it.
+        // Newer than R12: readers that know it take the unit from it, others ignore it.
         variable("$INSUNITS");
         group(70, settings.unit == Unit::cm ? 5 : 4);
         variable("$EXTMIN");

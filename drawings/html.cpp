@@ -10,12 +10,12 @@ namespace drawings {
 
 namespace {
 
-// The one way in which texts come into the page, between tags and between double quotes.
+// The only way for texts to enter the page, between tags and between double quotes.
 QByteArray escaped(const QString& text) {
     return printable(text).toHtmlEscaped().toUtf8();
 }
 
-// A path with its folders set back from the name.
+// A path whose folders are less prominent than the name.
 QByteArray path_text(const QString& path) {
     const qsizetype name = path.lastIndexOf(u'/') + 1;
     const QByteArray folders = escaped(path.left(name)).replace("/", "/<wbr>");
@@ -39,13 +39,13 @@ QByteArray tone_class(Tone tone) {
     return {};
 }
 
-// What the content policy names a style or script by.
+// The hash by which the content policy names a style or script.
 QByteArray hash_source(const QByteArray& text) {
     return "'sha256-" + QCryptographicHash::hash(text, QCryptographicHash::Sha256).toBase64() +
            '\'';
 }
 
-// Sorting waits for the script.
+// The script enables sorting.
 QByteArray head_cell(const QString& head, const char* kind) {
     return QByteArray(R"(<th scope="col" class=")") + kind +
            R"(" aria-sort="none"><button type="button" disabled>)" + escaped(head) +

@@ -13,31 +13,31 @@
 
 namespace drawings {
 
-/// How well something is; gives its colour.
+/// A rating, which gives the colour.
 enum class Tone { plain, good, odd, open, bad };
 
 /// A text with a colour, for instance a verdict.
 struct Tag {
     QString text;
     Tone tone = Tone::plain;
-    int rank = 0; ///< By which tags sort.
+    int rank = 0; ///< Sorting key of tags.
 };
 
 /// A cell of a column.
 struct Cell {
     QString text;
-    std::optional<double> number; ///< By which it sorts; none: by its text.
+    std::optional<double> number; ///< Sorting key; without it the text is the key.
 };
 
 struct HtmlColumn {
     QString head;
-    bool is_number = false; ///< Set to the right.
+    bool is_number = false; ///< Right-aligned.
 };
 
 /// A column of small pictures.
 struct PictureColumn {
     QString head;
-    QString caption; ///< Below the large picture: what is seen.
+    QString caption; ///< What the picture shows; below its enlarged form.
     std::vector<LegendEntry> legend;
 };
 
@@ -45,9 +45,9 @@ struct PictureColumn {
 struct HtmlRow {
     QString name;
     Tag state;
-    std::vector<Cell> cells; ///< As many as columns, or fewer.
+    std::vector<Cell> cells; ///< At most as many as columns.
     std::vector<Picture>
-        pictures; ///< As many as picture columns, or fewer; empty ones are left out.
+        pictures; ///< At most as many as picture columns; empty ones are not shown.
     QStringList remarks;
 };
 
@@ -65,13 +65,13 @@ struct HtmlSettings {
     QString state_head;
     std::vector<HtmlColumn> columns;
     std::vector<PictureColumn>
-        picture_columns; ///< The first stands before the names, others behind the states.
+        picture_columns; ///< The first comes before the names, the others after the states.
     QString foot;
 };
 
-/// A page in one file, which asks for nothing else: the figures of a summary, then a table of
-/// all files that sorts by a click on a head and shows what is typed. It can be read without
-/// its script. Texts are texts, whatever they hold; see printable() for what no file can hold.
+/// A self-contained page in one file: the figures of a summary, then a table of all files that is
+/// sorted by a click on a column head and filtered by typing. It can be read without its script.
+/// Texts are never interpreted as markup; see printable() for characters that no file can hold.
 /// Valid HTML; the same rows give the same bytes.
 class HtmlPage {
 public:
@@ -80,7 +80,7 @@ public:
     /// Adds a row at the end of the table. It is kept as bytes.
     void add(const HtmlRow& row);
 
-    /// The whole file.
+    /// The complete file.
     QByteArray bytes(const std::vector<Fact>& summary) const;
 
 private:

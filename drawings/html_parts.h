@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What every page holds.
+// The style and script of every page.
 #pragma once
 
 namespace drawings {

@@ -23,7 +23,7 @@ double distance_from_edge(QPointF p, QPointF a, QPointF b) {
     return std::hypot(off.x(), off.y());
 }
 
-// The steps from point to point, a minus parting them where there is one.
+// Writes the steps from point to point; a minus sign needs no separator before it.
 void put_step(QByteArray& path, int value, bool first) {
     if (!first && value >= 0)
         path += ' ';

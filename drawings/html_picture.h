@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Small pictures within a page.
+// Small pictures in a page.
 #pragma once
 
 #include <QByteArray>
@@ -10,14 +10,14 @@
 
 namespace drawings {
 
-/// What a line stands for; each has its own look, also in black and white.
+/// The meaning of a line; each has its own look, also in black and white.
 enum class LineKind { outline, template_line, spline_line, upper, lower, axis, limit };
 
-/// Lines of a picture, y upwards, 1 wide from x = 0: its height is that of its lines.
+/// Lines of a picture, y upwards, from x = 0 to 1. The picture is as high as its lines.
 struct Picture {
     struct Line {
         LineKind kind = LineKind::outline;
-        QByteArray path; ///< Of an SVG, in 1/10000.
+        QByteArray path; ///< Path data of SVG, in 1/10000.
     };
     std::vector<Line> lines;
     int low = 0; ///< Least and greatest y, in 1/10000.
@@ -25,8 +25,8 @@ struct Picture {
 
     bool is_empty() const { return lines.empty(); }
 
-    /// Adds a line through @p points, thinned(). Fewer than two, and coordinates that are not
-    /// finite or beyond 100, are left out.
+    /// Adds a line through @p points, thinned(). Lines of fewer than two points, and lines with
+    /// coordinates that are not finite or exceed 100, are dropped.
     void add(LineKind kind, const QPolygonF& points);
 };
 
@@ -36,12 +36,12 @@ struct LegendEntry {
     QString text;
 };
 
-/// @p points without those that lie within @p flatness of the straight line between their
-/// neighbours that are kept (D. H. Douglas, T. K. Peucker, Cartographica 10 (1973) 112). Of more
-/// than 2000 points every n-th one is taken first, and the last. Ends stay.
+/// @p points without those within @p flatness of the straight line between their remaining
+/// neighbours (D. H. Douglas, T. K. Peucker, Cartographica 10 (1973) 112). More than 2000 points
+/// are first reduced to every n-th point and the last. The ends are kept.
 QPolygonF thinned(const QPolygonF& points, double flatness);
 
-/// The class of a line in the style of the page.
+/// The class of a line in the style sheet of the page.
 QByteArray line_class(LineKind kind);
 
 /// @p picture as an SVG element without a title.

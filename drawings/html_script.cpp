@@ -3,7 +3,7 @@
 
 namespace drawings {
 
-// Sorts, hides and enlarges what the page holds. Texts go through textContent alone.
+// Sorts and filters the rows and enlarges the pictures. Texts are set by textContent only.
 const char page_script[] = R"(
 'use strict';
 (() => {
@@ -15,7 +15,7 @@ const all = (selector) => [...document.querySelectorAll(selector)];
 for (const button of all('button')) button.disabled = false;
 document.querySelector('.find').hidden = false;
 
-// Sorting: numbers by their values, texts as people count; empty cells stay last.
+// Sorting: numbers by value, texts in natural order; empty cells stay last.
 const collator = new Intl.Collator('en', { numeric: true });
 const keyOf = (row, column) => {
   const cell = row.cells[column];
@@ -41,7 +41,7 @@ heads.forEach((head, column) => {
   if (button) button.addEventListener('click', () => sortBy(column));
 });
 
-// Filtering: every word must stand in the row; a figure of the summary shows its files.
+// Filtering: every word must occur in the row; a figure of the summary shows its files.
 const find = document.getElementById('find');
 const count = document.getElementById('count');
 const states = all('.facts button');
@@ -72,7 +72,7 @@ for (const button of states)
     filter();
   });
 
-// Enlarging: a copy of the pictures of a row, and of its figures.
+// Enlarging: a copy of the pictures of a row and of its figures.
 const large = document.getElementById('large');
 const before = document.getElementById('before');
 const after = document.getElementById('after');

@@ -17,7 +17,7 @@ using sections::dot;
 
 constexpr double text_heights[] = {15.0, 12.0, 10.0, 8.0, 6.0, 5.0, 4.0, 3.0, 2.5};
 constexpr double text_start = 0.2;     // share of the chord
-constexpr double text_clearance = 1.5; // of the height, below the upper side
+constexpr double text_clearance = 1.5; // of the text height, below the upper side
 constexpr double arrow_station = 0.65;
 constexpr double longest_arrow = 200.0;
 constexpr double head_length = 0.08; // of the arrow
@@ -27,7 +27,7 @@ constexpr double bar_length = 100.0;
 constexpr double bar_tick = 3.0;
 constexpr double bar_gap = 15.0;
 
-// Whether all of the outline, and of the chord line, stays out of the box.
+// Whether the outline and the chord line stay out of the box.
 bool is_free(const QRectF& box, const QPolygonF& outline, QPointF nose, QPointF tail) {
     for (qsizetype i = 1; i < outline.size(); ++i) {
         if (meet(box, outline[i - 1], outline[i]))
@@ -61,7 +61,7 @@ void put_text(Scene& scene, const FullSize& full, const QString& text, double fl
 void put_grain(Scene& scene, const FullSize& full, double degrees, double flatness) {
     const QPolygonF outline = full.outline(Intake::curve, flatness).points;
     const QPointF chord = full.trailing_edge() - full.leading_edge();
-    // From the chord line seen from its rear end: a positive angle lifts the forward head.
+    // Relative to the chord line from its rear end: a positive angle lifts the forward head.
     const double angle = std::atan2(chord.y(), chord.x()) - degrees * degree;
     const QPointF along(std::cos(angle), std::sin(angle));
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What is written and drawn for people: text, grain and scale.
+// Information for the reader of a drawing: text, grain and scale.
 #pragma once
 
 #include "drawings/outline.h"
@@ -7,11 +7,11 @@
 
 namespace drawings {
 
-/// Adds one line of text between chord line and upper side, or below the rib.
+/// Adds one line of text between the chord line and the upper side, or below the rib.
 void put_text(Scene& scene, const FullSize& full, const QString& text, double flatness);
 
-/// Adds the arrow of the grain at @p degrees from the chord line, in the rear half of the
-/// rib and within it.
+/// Adds the grain arrow at @p degrees from the chord line, in the rear half of the rib and within
+/// it.
 void put_grain(Scene& scene, const FullSize& full, double degrees, double flatness);
 
 } // namespace drawings

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Numbers as the writers put them into files.
+// Numbers in the form in which the writers put them into files.
 #pragma once
 
 #include <QByteArray>
@@ -10,7 +10,7 @@
 
 namespace drawings {
 
-/// A number with a decimal point and at most some digits behind it, without trailing zeros and
+/// A number with a decimal point and a limited number of decimals, without trailing zeros and
 /// without a negative zero, in every locale.
 class Decimal {
 public:
@@ -38,7 +38,7 @@ public:
     QByteArrayView text() const { return {digits.data(), end}; }
 
 private:
-    // Sign, point, and the digits of the largest number and behind it.
+    // Sign, point, the digits of the largest number, and its decimals.
     std::array<char, std::numeric_limits<double>::max_exponent10 + 20> digits;
     char* end = nullptr;
 };

@@ -11,7 +11,7 @@ using sections::Curve;
 using sections::Piece;
 using sections::Place;
 
-// A narrower mouth, as a share of the chord, is none.
+// A narrower mouth, as a fraction of the chord, counts as none.
 constexpr double least_mouth = 1e-6;
 
 Segment segment_of(const Piece& piece) {
@@ -25,7 +25,7 @@ Segment segment_of(const Piece& piece) {
     return {3, {a, end - piece.derivative(1.0) / 3.0}, end};
 }
 
-// Goes on along the curve.
+// Appends the pieces of the curve.
 void append(Path& path, const Curve& curve) {
     for (const Piece& piece : curve.pieces())
         path.segments.push_back(segment_of(piece));

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The curve of a section at full size, and the places on it.
+// The curve of a section at full size, and places on it.
 #pragma once
 
 #include "drawings/cut.h"
@@ -13,19 +13,19 @@
 
 namespace drawings {
 
-/// A place of the curve, mm.
+/// A place on the curve, mm.
 struct OnCurve {
     QPointF point;
-    QPointF outward; ///< Unit vector across the curve.
+    QPointF outward; ///< Unit vector perpendicular to the curve.
 };
 
-/// A stretch of the curve by lengths from its start, mm, from <= to.
+/// A stretch of the curve, as lengths from its start, mm, from <= to.
 struct Stretch {
     double from = 0.0;
     double to = 0.0;
 };
 
-/// The whole curve as a path, piece for segment.
+/// The whole curve as a path, one segment for each piece.
 Path path_of(const sections::Curve& curve);
 
 class FullSize {
@@ -35,25 +35,25 @@ public:
     /// The whole curve, upper side first, mm.
     const sections::Curve& curve() const { return whole; }
 
-    /// The mouth, from its end at the nose to its end behind; none for a section without
-    /// openings, or whose openings the lower side does not have.
+    /// The mouth, from its end near the nose to its rear end; none for a section without openings,
+    /// or if the lower side does not reach them.
     const std::optional<Stretch>& mouth() const { return mouth_stretch; }
 
-    /// What is stitched: closed, or two pieces where the mouth is open.
+    /// The seam: closed, or two pieces where the mouth is open.
     std::vector<Path> stitches(Intake intake) const;
 
-    /// The closed stitches as straight lines off the curve by at most @p flatness.
+    /// The closed seam as straight lines that deviate from the curve by at most @p flatness.
     Outline outline(Intake intake, double flatness) const;
 
     /// The place at @p distance along the curve from its start.
     OnCurve at(double distance) const;
 
-    /// The distance along the curve of a vertical cut at @p x (mm) on one side; none beside
-    /// the side.
+    /// The distance along the curve of a vertical cut at @p x (mm) on one side; none where the cut
+    /// misses the side.
     std::optional<double> cut(bool upper, double x) const;
 
     QPointF leading_edge() const;
-    QPointF trailing_edge() const; ///< The middle of its ends.
+    QPointF trailing_edge() const; ///< The midpoint of its ends.
     double leading_edge_distance() const;
 
 private:

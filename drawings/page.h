@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the writers for people, SVG and PDF, have in common.
+// What the writers of SVG and PDF share.
 #pragma once
 
 #include "drawings/scene.h"
@@ -18,15 +18,15 @@ inline constexpr double dot_width = 1.0;  ///< mm.
 inline constexpr const char* layer_colours[layer_count] = {
     "#c00000", "#000000", "#a000a0", "#007000", "#606060", "#0050a0", "#000000", "#0050a0"};
 
-/// The page of a picture; of another scene the box around it (mm, whole numbers) with a margin
-/// of 5 mm. top() is the least y.
+/// The page of a picture; for any other scene its box (mm, whole numbers) with a margin of 5 mm.
+/// top() is the least y.
 QRectF page_box(const Scene& scene, double flatness);
 
 /// The look of an element: its own, or that of its layer.
 Look look_of(const Element& element);
 
-/// The parameters, from 0 at @p a to 1 at @p b, between which the straight line from one to the
-/// other lies in the box; none where it does not meet it.
+/// The range of parameters, from 0 at @p a to 1 at @p b, in which the straight line from @p a to @p
+/// b is in the box; none where the line misses the box.
 std::optional<std::pair<double, double>> part_within(const QRectF& box, QPointF a, QPointF b);
 
 /// Whether the straight line from @p a to @p b and the box have a point in common.

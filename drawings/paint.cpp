@@ -11,9 +11,9 @@ namespace drawings {
 
 namespace {
 
-// Glyphs are drawn at this size and scaled: sizes of fonts in pixels are whole numbers.
+// Glyphs are drawn at this size and scaled, because font sizes in pixels are integers.
 constexpr int font_size = 1000;
-constexpr double capital = 729.0; // of this font at that size
+constexpr double capital = 729.0; // of the font at that size
 
 QString font_file() {
     return QStringLiteral("/usr/share/fonts/truetype/dejavu/DejaVuSans.ttf");
@@ -95,7 +95,7 @@ QMutex& font_turn() {
 }
 
 void paint(QPainter& painter, const Scene& scene, const QFont& font) {
-    // As in SVG, whatever a text begins with.
+    // As in SVG, whatever character a text begins with.
     painter.setLayoutDirection(Qt::LeftToRight);
     for (const Element& element : scene.elements) {
         const Look look = look_of(element);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Scenes through a painter of Qt, for PDF and PNG.
+// Scenes drawn by QPainter, for PDF and PNG.
 #pragma once
 
 #include "drawings/scene.h"
@@ -14,14 +14,14 @@ class QPainter;
 
 namespace drawings {
 
-/// The font of all texts, taken from its file whatever fonts the system prefers, without glyphs
-/// of others; none where the file is missing. Needs a QGuiApplication.
+/// The font of all texts, loaded from its file whatever fonts the system prefers, without glyphs of
+/// other fonts; none where the file is missing. Needs a QGuiApplication.
 std::optional<QFont> fixed_font();
 
-/// Why there is none.
+/// The reason when the font is missing.
 QString missing_font();
 
-/// Held by whoever paints: fonts are shared by all threads.
+/// To be locked while painting: all threads share the fonts.
 QMutex& font_turn();
 
 /// Paints the elements of @p scene in their order.

@@ -20,15 +20,15 @@ constexpr double points_per_mm = 72.0 / 25.4;
 constexpr int resolution = 1200;
 constexpr double dots_per_mm = resolution / 25.4;
 
-// Part of a drawing that one sheet shows, mm, and the margin around it.
+// The part of a drawing on one sheet, mm, and the margin around it.
 constexpr double sheet_width = 277.0;
 constexpr double sheet_height = 190.0;
 constexpr double sheet_margin = 10.0;
 constexpr double overlap = 4.0;
 constexpr double label_height = 2.5;
 
-// Blanks where the writer names itself and the time, so that no byte moves: as many in every time
-// zone, and the places of all that follows in the table at the end moved.
+// Replaces the writer's name and the time by a fixed number of blanks, since the time is longer in
+// some time zones, and adjusts the offsets in the table at the end.
 void clear_information(QByteArray& file) {
     constexpr qsizetype room = 128;
     constexpr qsizetype digits = 10;
@@ -130,7 +130,7 @@ private:
         return {bytes, {}};
     }
 
-    // The part of the scene with its upper left corner at @p place of the page (mm).
+    // Shows a part of the scene with its upper left corner at @p place on the page (mm).
     void show(const QRectF& part, QPointF place) {
         painter.save();
         painter.scale(dots_per_mm, dots_per_mm);

@@ -9,10 +9,10 @@
 
 namespace drawings {
 
-/// How a drawing is spread over pages.
+/// How a drawing is divided into pages.
 enum class Tiling {
     none, ///< One page as large as the drawing.
-    a4,   ///< Sheets of A4 across, to be joined.
+    a4,   ///< A4 sheets in landscape, to be joined.
 };
 
 struct PdfResult {
@@ -26,19 +26,18 @@ inline constexpr double pdf_limit = 5080.0;
 /// The most sheets of one file.
 inline constexpr int most_sheets = 2000;
 
-/// @p scene as a PDF file at 1:1 with lines, curves and text, no pixels. The file names no
-/// date and no program: the same scene gives the same bytes as long as the libraries and the
-/// font are the same.
+/// @p scene as a PDF file at 1:1 with lines, curves and text, not pixels. The file names neither
+/// date nor program: the same scene gives the same bytes as long as the libraries and the font are
+/// the same.
 ///
-/// Sheets show 277 x 190 mm of the drawing each and 4 mm more on each side, where they
-/// overlap. Crosses stand at the corners of the part that is a sheet's own; the crosses of
-/// neighbours fall on each other. Row and column stand on each; empty ones are left out.
+/// Each sheet shows 277 x 190 mm of the drawing, plus an overlap of 4 mm on each side. Crosses mark
+/// the corners of the part without the overlap; those of adjacent sheets coincide. Each sheet
+/// states its row and column; empty sheets are omitted.
 ///
-/// Refused with a reason: a page beyond pdf_limit, more than most_sheets, and where the
-/// font is missing.
+/// Refused with a reason: a page beyond pdf_limit, more than most_sheets, and a missing font.
 ///
-/// Needs a QGuiApplication, which may be of the offscreen platform. May be called from any
-/// thread; one at a time works.
+/// Needs a QGuiApplication, which may use the offscreen platform. May be called from any thread;
+/// calls are serialised.
 PdfResult pdf(const Scene& scene, const OutputSettings& settings = {},
               Tiling tiling = Tiling::none);
 

@@ -12,7 +12,7 @@ namespace drawings {
 
 namespace {
 
-constexpr double standard_width = 240.0; // mm, as all that follow but for what says otherwise
+constexpr double standard_width = 240.0; // mm, as are all that follow unless stated otherwise
 constexpr double margin = 6.0;
 constexpr double plot_gap = 3.0;
 constexpr double least_plot = 15.0;
@@ -28,7 +28,7 @@ QString percent(double value) {
     return QString::fromLatin1(decimal(value, 4));
 }
 
-// The lines of all sections with their names.
+// The legend: the lines of all sections with their names.
 class Legend {
 public:
     Legend(const std::vector<Pictured>& pictured, const std::vector<Look>& given,
@@ -56,7 +56,7 @@ public:
 
     double height() const { return double(rows + (has_openings ? 1 : 0)) * legend_step; }
 
-    // Below and to the right of a place.
+    // Draws it below and to the right of a point.
     void put(Scene& scene, QPointF corner) const {
         for (qsizetype i = 0; i < texts.size(); ++i) {
             const qsizetype column = i / rows;
@@ -143,7 +143,7 @@ PictureResult picture(const std::vector<Pictured>& pictured, const PictureOption
         return result;
     }
 
-    // Spare room goes to all in equal parts; where there is too little all shrink alike.
+    // Spare height is shared equally; if there is too little, all plots shrink in proportion.
     const double spare = height - fixed_height - plot_height;
     const double share = std::max(0.0, spare) / double(plots.size());
     const double shrunk = std::min(1.0, (height - fixed_height) / plot_height);

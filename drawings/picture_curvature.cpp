@@ -19,14 +19,14 @@ constexpr double tooth_gap = 0.006;
 constexpr double longest_step = 0.003;
 constexpr double least_step = 0.0005;
 constexpr double longest_tooth = 0.15;
-constexpr double usual_tooth = 0.08; // the longest one behind the nose
+constexpr double usual_tooth = 0.08; // the longest tooth aft of the nose
 constexpr double nose_end = 0.08;
 
-constexpr double usual_share = 0.95; // of the places, beyond which few have more curvature
+constexpr double usual_share = 0.95; // of the places; only few have more curvature
 constexpr double most_steps = 200.0; // of a piece
 constexpr double knot_width = 0.9;   // mm
 
-// A place of a comb.
+// The root of a tooth.
 struct Root {
     QPointF at;
     QPointF outward;
@@ -35,7 +35,7 @@ struct Root {
     bool is_knot = false;
 };
 
-// Both ends of each piece are among them: the curvature jumps where pieces of a spline meet.
+// The roots include both ends of each piece: the curvature jumps where pieces of a spline meet.
 std::vector<Root> roots_of(const sections::Section& section) {
     const Curve& curve = section.curve;
     std::vector<Root> roots;
@@ -47,7 +47,7 @@ std::vector<Root> roots_of(const sections::Section& section) {
         const double count = std::clamp(std::ceil(length / longest_step), 1.0, most_steps);
         for (double k = 0.0; k <= count; k += 1.0) {
             const double u = k / count;
-            const double at = way + length * u; // near enough to choose teeth by
+            const double at = way + length * u; // accurate enough to choose teeth
             const bool is_end = k == 0.0 || k == count;
             const bool is_knot = section.is_spline && is_end;
             if (!is_knot && at - last < least_step)

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Distances between sections, stretched.
+// Distances between sections, magnified.
 #include "drawings/picture_plots.h"
 #include "sections/plane.h"
 
@@ -18,7 +18,7 @@ constexpr double stretch = 50.0;
 // Fractions of the chord.
 constexpr double most_beyond = 0.25; // from the first section to the edge of the plot
 constexpr double sample_step = 0.0005;
-constexpr double longest_side = 2.0; // that is sampled at these steps
+constexpr double longest_side = 2.0; // of a side that is sampled at this step
 constexpr double beyond_the_nose = 0.05;
 
 // The upper and the lower side, from the trailing edge to the nose.
@@ -30,7 +30,7 @@ Halves halves_of(const Curve& curve, double overlap) {
             curve.part(curve.place_at(nose - overlap), curve.end()).reversed()};
 }
 
-// One side with its distances stretched, and the greatest of them.
+// One side with its distances magnified, and the greatest of them.
 class StretchedSide {
 public:
     StretchedSide(const Curve& given, const Curve& first, bool is_upper)
@@ -51,7 +51,7 @@ public:
     }
 
 private:
-    // Outlines run counter-clockwise, but the lower side was turned round.
+    // Outlines run counter-clockwise, but the lower side was reversed.
     bool is_outside(QPointF at, const Foot& foot) const {
         const double left = sections::cross(target.tangent(foot.place), at - foot.point);
         return upper ? left < 0.0 : left > 0.0;

@@ -13,7 +13,7 @@ constexpr double chord_margin = 0.02;
 constexpr double least_half_range = 0.05;
 constexpr double bounds_flatness = 1e-5;
 
-// Of the nose: the plot reaches back until it is as high as this share of its width.
+// The plot of the nose extends back until its height is this fraction of its width.
 constexpr double nose_height = 0.7;
 constexpr double nose_start = 0.01;
 constexpr double nose_end = 0.7;

@@ -25,7 +25,7 @@ const Look zero_look = {"#909090", 0.15, {}, false};
 const Look frame_look = {"#404040", 0.2, {}, false};
 const Look label_look = {"#000000", 0.0, {}, true};
 
-// 1, 2 or 5 times a power of ten, and the decimals that it needs.
+// 1, 2 or 5 times a power of ten, and the number of decimals it needs.
 struct Step {
     double length = 1.0;
     int decimals = 0;
@@ -41,7 +41,7 @@ Step step_of_at_least(double length) {
     return {std::pow(10.0, power + 1), std::max(-power - 1, 0)};
 }
 
-// Puts labels where no other one is.
+// Places labels only where they overlap no other label.
 class Labels {
 public:
     explicit Labels(Scene& given) : scene(given) {}
@@ -139,7 +139,7 @@ private:
         });
     }
 
-    // Whole where it lies within the frame, else its parts there as straight lines.
+    // Puts the whole path if it is within the frame, otherwise the visible parts as straight lines.
     void put_path(const Element& element, const Path& path) {
         if (holds(path)) {
             scene.elements.push_back(element);

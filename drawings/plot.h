@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// One frame with axes, and what is drawn in it.
+// A frame with axes and its content.
 #pragma once
 
 #include "drawings/scene.h"
@@ -9,14 +9,14 @@
 
 namespace drawings {
 
-/// A frame of a picture. Both axes have one scale.
+/// A frame of a picture. Both axes have the same scale.
 struct Plot {
     QString title;
     Scene content; ///< In chord units, with looks; radii and widths in mm. Texts are not allowed.
-    QRectF range;  ///< What is to be seen at least, chord units; top() is the least y.
+    QRectF range;  ///< The least that must be visible, chord units; top() is the least y.
 
-    /// The height that shows the range over @p width, mm: between an eighth and three quarters of
-    /// the width.
+    /// The height that shows the range at a width of @p width, mm: from one eighth to three
+    /// quarters of the width.
     double natural_height(double width) const;
 };
 
@@ -30,8 +30,8 @@ inline constexpr double title_step = 4.8; ///< mm from one line of a title to th
 inline constexpr double gutter = 15.0;    ///< mm left of a frame, for the labels of its y axis.
 inline constexpr double tick_room = 6.5;  ///< mm below a frame, for the labels of its x axis.
 
-/// Draws @p plot with its axes into the frame (mm), the range about its middle. What lies outside
-/// of the frame is cut off.
+/// Draws @p plot with its axes into the frame (mm), with the range in the middle. Parts outside the
+/// frame are clipped.
 void put_plot(Scene& scene, const Plot& plot, const QRectF& frame);
 
 } // namespace drawings

@@ -27,7 +27,7 @@ PngResult png(const Scene& scene) {
         return {{}, missing_font()};
     QImage image(size, QImage::Format_RGB32);
     if (image.isNull())
-        return {{}, QStringLiteral("memory is too small for it")};
+        return {{}, QStringLiteral("not enough memory for it")};
     image.setDotsPerMeterX(qRound(1000.0 * png_pixels));
     image.setDotsPerMeterY(qRound(1000.0 * png_pixels));
     image.fill(Qt::white);
@@ -41,7 +41,7 @@ PngResult png(const Scene& scene) {
     QBuffer buffer(&bytes);
     buffer.open(QIODevice::WriteOnly);
     if (!image.save(&buffer, "PNG"))
-        return {{}, QStringLiteral("memory is too small for it")};
+        return {{}, QStringLiteral("not enough memory for it")};
     return {bytes, {}};
 }
 

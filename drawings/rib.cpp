@@ -11,7 +11,7 @@ namespace drawings {
 
 namespace {
 
-// What is drawn inwards where there is no allowance, mm.
+// Length of lines drawn inwards where there is no allowance, mm.
 constexpr double inward = 3.0;
 constexpr double least_circle = 1.0;
 constexpr double greatest_circle = 2.5;
@@ -53,7 +53,7 @@ private:
     RibResult result;
 };
 
-// A millimetre is near enough for a size.
+// A millimetre is accurate enough for a size.
 QRectF Rib::extent() const {
     Scene alone;
     alone.add(Layer::stitch, full.stitches(Intake::curve).front());
@@ -62,7 +62,7 @@ QRectF Rib::extent() const {
 
 QString Rib::fault() const {
     const QRectF box = extent();
-    // In this order numbers that are none are refused too.
+    // Written so that NaN is refused too.
     if (!(std::max({-box.left(), box.right(), -box.top(), box.bottom()}) < largest))
         return QStringLiteral("coordinates beyond a kilometre");
     if (options.intake == Intake::open && has_allowance())

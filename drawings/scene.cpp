@@ -16,8 +16,8 @@ double length(QPointF a) {
     return std::hypot(a.x(), a.y());
 }
 
-// A chord of the parameter step h is off the segment by at most h^2/8 of the greatest second
-// derivative, which a Bezier segment has at one of its ends.
+// A chord over the parameter step h deviates from the segment by at most h^2/8 of the greatest
+// second derivative, which a Bezier segment has at one of its ends.
 int line_count(QPointF start, const Segment& segment, double flatness) {
     double second = 0.0;
     if (segment.degree == 2) {
@@ -27,7 +27,7 @@ int line_count(QPointF start, const Segment& segment, double flatness) {
         second = 6.0 * std::max(length(start - 2.0 * a + b), length(a - 2.0 * b + segment.end));
     }
     const double count = std::ceil(std::sqrt(second / (8.0 * flatness)));
-    // In this order a count that is no number gives 1.
+    // Written so that NaN gives 1.
     return count > 1.0 ? int(std::min(count, double(most_lines))) : 1;
 }
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A drawing as plain records, which every writer replays.
+// A drawing as plain records, which the writers replay.
 #pragma once
 
 #include <QPointF>
@@ -14,7 +14,7 @@
 
 namespace drawings {
 
-/// What an element stands for.
+/// The meaning of an element.
 enum class Layer { cut, stitch, mouth, marks, grain, chord, text, scale };
 
 inline constexpr int layer_count = 8;
@@ -25,10 +25,10 @@ using LayerNames = std::array<QString, layer_count>;
 /// CUT, STITCH, MOUTH, MARKS, GRAIN, CHORD, TEXT, SCALE.
 LayerNames standard_layer_names();
 
-/// A Bezier segment that begins where the one before ends.
+/// A Bezier segment that begins where the previous one ends.
 struct Segment {
     int degree = 1;                    ///< 1: straight line, 2: parabola, 3: cubic.
-    std::array<QPointF, 2> controls{}; ///< The first degree - 1 of them are used.
+    std::array<QPointF, 2> controls{}; ///< The first degree - 1 are used.
     QPointF end;
 };
 
@@ -36,7 +36,7 @@ struct Segment {
 struct Path {
     QPointF start;
     std::vector<Segment> segments;
-    bool closed = false; ///< A straight line leads from the end back to the start.
+    bool closed = false; ///< A straight line joins the end to the start.
 };
 
 /// A circle, not filled.
@@ -45,24 +45,24 @@ struct Circle {
     double radius = 0.0;
 };
 
-/// A point for a machine that pricks or punches.
+/// A point for a machine to punch.
 struct Dot {
     QPointF at;
 };
 
-/// One line of text, never turned and never mirrored.
+/// One line of text, never rotated and never mirrored.
 struct Text {
-    QPointF at;          ///< Left end of the line on which the letters stand.
+    QPointF at;          ///< Left end of the baseline.
     double height = 5.0; ///< Of a capital letter.
     QString text;
 };
 
-/// How an element of a picture looks. DXF has none of it.
+/// How an element of a picture looks. DXF ignores it.
 struct Look {
     const char* colour = "#000000"; ///< As #rrggbb.
     double width = 0.2;             ///< Of lines, mm.
-    std::vector<double> dashes;     ///< Line, gap, line, gap..., mm; empty for a whole line.
-    bool filled = false;            ///< Paths and circles are areas without an edge.
+    std::vector<double> dashes;     ///< Dash, gap, dash, gap..., mm; empty for a solid line.
+    bool filled = false;            ///< Paths and circles are filled areas without an edge.
 };
 
 struct Element {
@@ -75,8 +75,8 @@ struct Element {
 struct Scene {
     std::vector<Element> elements;
 
-    /// Of a picture: it is as large as this and its elements stand over each other in their order.
-    /// None for a drawing, which is as large as its elements and ordered by layers.
+    /// For a picture: its size; later elements cover earlier ones. None for a drawing, which is as
+    /// large as its elements and ordered by layers.
     std::optional<QRectF> page{};
 
     void add(Layer layer, Path path) { elements.push_back({layer, std::move(path)}); }
@@ -103,28 +103,28 @@ Path line(QPointF a, QPointF b);
 /// The point of a segment that begins at @p start, at the parameter @p u from 0 to 1.
 QPointF position(QPointF start, const Segment& segment, double u);
 
-/// The vertices of a polyline off the path by at most @p flatness: all lie on the path, and
-/// joints are among them. The start of a closed path is not repeated.
+/// The vertices of a polyline that deviates from the path by at most @p flatness: all lie on the
+/// path and include its joints. The start of a closed path is not repeated.
 /// @param flatness mm, above 0; a segment becomes at most 10,000 lines
 QPolygonF flattened(const Path& path, double flatness);
 
-/// An estimate of what a text covers: 0.8 of the height for each character, capitals above
-/// the line and a quarter of the height below it.
+/// An estimate of the box of a text: 0.8 of the height wide for each character, the height of a
+/// capital above the baseline and a quarter of that below it.
 QRectF text_box(const Text& text);
 
-/// The least box (mm) around all elements with paths flattened by @p flatness and texts
-/// by text_box(). Its top() is the least y. Empty for a scene without elements.
+/// The smallest box (mm) around all elements, with paths flattened by @p flatness and texts as in
+/// text_box(). Its top() is the least y. Empty for a scene without elements.
 QRectF bounds(const Scene& scene, double flatness);
 
-/// @p scene flipped left and right about the vertical line at @p x. Texts stay readable and
-/// are moved such that their boxes are flipped.
+/// @p scene mirrored about the vertical line at @p x. Texts stay readable and are moved so that
+/// their boxes are mirrored.
 Scene mirrored(const Scene& scene, double x);
 
-/// @p scene with its places scaled, then moved. Radii, heights of letters and looks stay.
+/// @p scene with its coordinates scaled, then moved. Radii, letter heights and looks stay.
 Scene placed(const Scene& scene, double scale, QPointF shift);
 
-/// @p text without what no file can hold: control characters become blanks, halves of
-/// surrogate pairs and noncharacters U+FFFD.
+/// @p text without characters that no file can hold: control characters become blanks, halves of
+/// surrogate pairs and noncharacters become U+FFFD.
 QString printable(const QString& text);
 
 } // namespace drawings

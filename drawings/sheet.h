@@ -9,13 +9,13 @@
 
 namespace drawings {
 
-/// How many lines, curves, circles, points and texts a scene has.
+/// The number of lines, curves, circles, points and texts in a scene.
 std::size_t line_count(const Scene& scene);
 
-/// The pieces beside and below each other, in their order and unturned: rows from left to
-/// right, at most as wide as the widest piece, the tops of a row at one height. The upper left
-/// corner is (0, 0).
-/// @param gap mm between the boxes of two pieces
+/// The pieces in rows from left to right, in their order and not rotated. Rows are at most as wide
+/// as the widest piece, and the pieces of a row are aligned at the top. The upper left corner is
+/// (0, 0).
+/// @param gap mm between the boxes of adjacent pieces
 Scene on_one_sheet(const std::vector<Scene>& pieces, double gap, double flatness);
 
 } // namespace drawings

@@ -8,8 +8,8 @@ namespace drawings {
 
 namespace {
 
-// Lines of a character, parted by blanks. Two digits are a point: x from 0 to 4, and y from
-// 0, the line on which the characters stand, to 6.
+// Lines of a character, separated by blanks. Two digits are a point: x from 0 to 4, and y from 0,
+// the baseline, to 6.
 struct Glyph {
     char character;
     const char* lines;

@@ -9,8 +9,8 @@
 namespace drawings {
 
 /// Replaces the texts of @p scene by lines: digits, capitals, '.', '-', '/' and the blank.
-/// Small letters are drawn as capitals. Each character is as wide as text_box() says.
-/// @return the other characters, each once: they are left out
+/// Small letters are drawn as capitals. Each character has the width assumed by text_box().
+/// @return all other characters, each once; they are omitted
 QString stroke_texts(Scene& scene);
 
 } // namespace drawings

@@ -8,7 +8,7 @@ namespace drawings {
 
 namespace {
 
-// Of most sans-serif fonts.
+// For most sans-serif fonts.
 constexpr double em_of_capital = 1.0 / 0.72;
 
 class Svg {
@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    // People cannot see a micrometre.
+    // Nobody can see a micrometre in a picture.
     QByteArray number(double mm) const { return decimal(mm * scale, scene.page ? 3 : 9); }
     QByteArray pair(QPointF p) const { return number(p.x()) + ' ' + number(-p.y()); }
 
@@ -70,7 +70,7 @@ private:
         std::visit([&](const auto& shape) { put(shape, look, style_of(element)); }, element.shape);
     }
 
-    // What the group of a layer does not say.
+    // The attributes that the group of a layer does not set.
     QByteArray style_of(const Element& element) const {
         if (!element.look)
             return {};
@@ -120,7 +120,7 @@ private:
                printable(text.text).toHtmlEscaped().toUtf8() + "</text>\n";
     }
 
-    // The places of a picture's texts are those of the first two, which have the same widths.
+    // Texts in a picture are placed for the first two fonts, which have the same widths.
     const char* font_family() const {
         return scene.page ? "DejaVu Sans, Verdana, sans-serif" : "sans-serif";
     }

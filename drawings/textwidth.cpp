@@ -7,14 +7,14 @@ namespace drawings {
 
 namespace {
 
-// Advances in thousandths of the em from the blank on, and the height of a capital letter.
+// Advance widths of the characters from the blank on, in thousandths of the em.
 constexpr int widths[] = {
     318, 401, 460, 838, 636, 950, 780, 275, 390, 390, 500, 838, 318, 361,  318, 337, 636, 636, 636,
     636, 636, 636, 636, 636, 636, 636, 337, 337, 838, 838, 838, 531, 1000, 684, 686, 698, 770, 632,
     575, 775, 752, 295, 295, 656, 557, 863, 748, 787, 603, 787, 695, 635,  611, 732, 684, 989, 685,
     611, 685, 390, 337, 390, 838, 500, 500, 613, 635, 550, 635, 615, 352,  635, 634, 278, 278, 579,
     278, 974, 634, 612, 635, 635, 411, 521, 392, 634, 592, 818, 592, 592,  525, 636, 337, 636, 838};
-constexpr int alphabet_width = 1450; // below U+0700
+constexpr int alphabet_width = 1450; // of the characters below U+0700
 constexpr int symbol_width = 1750;
 constexpr double capital_height = 729.0;
 constexpr double ascent = 1.4; // of a capital letter
@@ -56,7 +56,7 @@ QString shortened(const QString& text, double height, double width) {
         return text;
     const QList<uint> characters = printable(text).toUcs4();
     QString longest = QString(QChar(u'…'));
-    // Ends grow in turn.
+    // Both ends grow alternately.
     for (qsizetype kept = 1; kept < characters.size(); ++kept) {
         const QString longer = joined(characters, kept - kept / 2, kept / 2);
         if (width_of(longer, height) > width)
