@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The numeric lines of a coordinate table: their characters, fields and numbers.
-#include "airfoil/numericrows.h"
+#include "airfoil/numericrows_p.h"
 
 #include "airfoil/airfoil.h"
 

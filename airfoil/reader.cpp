@@ -2,7 +2,7 @@
 // Reading coordinate tables.
 #include "airfoil/airfoil.h"
 
-#include "airfoil/numericrows.h"
+#include "airfoil/numericrows_p.h"
 #include "document/readfile.h"
 
 #include <QIODevice>

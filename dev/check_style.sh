@@ -54,6 +54,16 @@ offence "blank at the end of a line" ' $' "${texts[@]}"
 offence "an include that walks round the layers" '^\s*#\s*include\s*[<"]\.\./' "${sources[@]}"
 offence "an include that names a module of Qt" \
     '^\s*#\s*include\s*[<"]Qt[A-Z]\w*/' "${sources[@]}"
+# A private header (_p.h) belongs to the sources and tests of its own folder.
+for file in "${sources[@]}"; do
+    folder=${file#tests/}
+    folder=${folder%%/*}
+    private=$(grep -P "^\s*#\s*include\s*[<\"](?!$folder/)[^\"<>]*_p\.h[\">]" "$file" || true)
+    if [[ $file == "$folder"/*.h && $file != *_p.h ]]; then
+        private+=$(grep -P '^\s*#\s*include\s*[<"][^"<>]*_p\.h[">]' "$file" || true)
+    fi
+    [[ -z $private ]] || complain "$file: includes a private header: $private"
+done
 offence "a note instead of a change" '\b(TO''DO|FIX''ME)\b' "${texts[@]}"
 offence "a number that only a tracker or a document elsewhere explains" \
     '\b([Ii]ssue|[Tt]icket|[Pp]art) #?[0-9]' "${texts[@]}"

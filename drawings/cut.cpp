@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/cut.h"
+#include "drawings/cut_p.h"
 
 #include "sections/plane.h"
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "drawings/dxf.h"
 
-#include "drawings/numbers.h"
+#include "drawings/numbers_p.h"
 
 namespace drawings {
 

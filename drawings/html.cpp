@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "drawings/html.h"
 
-#include "drawings/html_parts.h"
+#include "drawings/html_p.h"
 #include "drawings/scene.h"
 
 #include <QCryptographicHash>

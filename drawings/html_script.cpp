@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/html_parts.h"
+#include "drawings/html_p.h"
 
 namespace drawings {
 

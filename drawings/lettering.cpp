@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/lettering.h"
+#include "drawings/lettering_p.h"
 
-#include "drawings/numbers.h"
-#include "drawings/page.h"
+#include "drawings/numbers_p.h"
+#include "drawings/page_p.h"
 #include "sections/plane.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/outline.h"
+#include "drawings/outline_p.h"
 
 #include "sections/plane.h"
 

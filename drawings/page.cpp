@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/page.h"
+#include "drawings/page_p.h"
 
 #include <algorithm>
 #include <cmath>

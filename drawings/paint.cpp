@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/paint.h"
+#include "drawings/paint_p.h"
 
-#include "drawings/page.h"
+#include "drawings/page_p.h"
 
 #include <QFontDatabase>
 #include <QPainter>

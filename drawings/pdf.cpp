@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "drawings/pdf.h"
 
-#include "drawings/page.h"
-#include "drawings/paint.h"
+#include "drawings/page_p.h"
+#include "drawings/paint_p.h"
 
 #include <QBuffer>
 #include <QMutex>

@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "drawings/picture.h"
 
-#include "drawings/numbers.h"
-#include "drawings/picture_plots.h"
-#include "drawings/textwidth.h"
+#include "drawings/numbers_p.h"
+#include "drawings/picture_plots_p.h"
+#include "drawings/textwidth_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Curvature as combs.
-#include "drawings/numbers.h"
-#include "drawings/picture_plots.h"
+#include "drawings/numbers_p.h"
+#include "drawings/picture_plots_p.h"
 #include "sections/plane.h"
 
 #include <algorithm>

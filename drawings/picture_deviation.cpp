@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Distances between sections, magnified.
-#include "drawings/picture_plots.h"
+#include "drawings/picture_plots_p.h"
 #include "sections/plane.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/picture_plots.h"
-#include "drawings/outline.h"
+#include "drawings/outline_p.h"
+#include "drawings/picture_plots_p.h"
 #include <algorithm>
 #include <iterator>
 

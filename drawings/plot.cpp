@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/plot.h"
+#include "drawings/plot_p.h"
 
-#include "drawings/numbers.h"
-#include "drawings/page.h"
-#include "drawings/textwidth.h"
+#include "drawings/numbers_p.h"
+#include "drawings/page_p.h"
+#include "drawings/textwidth_p.h"
 
 #include <algorithm>
 #include <cmath>

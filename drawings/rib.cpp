@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "drawings/rib.h"
 
-#include "drawings/lettering.h"
-#include "drawings/outline.h"
+#include "drawings/lettering_p.h"
+#include "drawings/outline_p.h"
 
 #include <algorithm>
 #include <cmath>

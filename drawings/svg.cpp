@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "drawings/svg.h"
 
-#include "drawings/numbers.h"
-#include "drawings/page.h"
+#include "drawings/numbers_p.h"
+#include "drawings/page_p.h"
 
 namespace drawings {
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/textwidth.h"
+#include "drawings/textwidth_p.h"
 
 #include <QStringList>
 

@@ -2,7 +2,7 @@
 // State, view and mapping of the editor.
 #include "editor/editspline.h"
 
-#include "editor/templateimage.h"
+#include "editor/templateimage_p.h"
 
 #include <QCursor>
 #include <QPainter>

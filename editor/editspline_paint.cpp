@@ -3,7 +3,7 @@
 #include "editor/editspline.h"
 
 #include "airfoil/airfoil.h"
-#include "editor/templateimage.h"
+#include "editor/templateimage_p.h"
 
 #include <QFileInfo>
 #include <QPaintEvent>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The drawn template kept as an image.
-#include "editor/templateimage.h"
+#include "editor/templateimage_p.h"
 
 #include <QPaintEngine>
 #include <QPointF>

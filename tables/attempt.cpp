@@ -1,9 +1,9 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // One group of rows, tried with every layout.
-#include "tables/attempt.h"
+#include "tables/attempt_p.h"
 
-#include "tables/columns.h"
-#include "tables/strays.h"
+#include "tables/columns_p.h"
+#include "tables/strays_p.h"
 
 #include <algorithm>
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "tables/carried.h"
+#include "tables/carried_p.h"
 
 #include <QJsonDocument>
 #include <QJsonObject>

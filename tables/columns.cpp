@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Third step of the reading: which columns are coordinates, and in what unit.
-#include "tables/columns.h"
+#include "tables/columns_p.h"
 
 #include <algorithm>
 #include <cmath>

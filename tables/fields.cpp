@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The fields of a line: numbers, places without a number, damaged numbers, words.
-#include "tables/fields.h"
+#include "tables/fields_p.h"
 
-#include "tables/text.h"
+#include "tables/text_p.h"
 
 #include <algorithm>
 #include <array>

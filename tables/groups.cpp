@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Which lines belong together: the tables of a file, what stands above them, and damage.
-#include "tables/groups.h"
+#include "tables/groups_p.h"
 
-#include "tables/text.h"
+#include "tables/text_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Both sides at once: in adjacent columns, or in alternating rows.
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Layouts that begin with counts, one per line.
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Two halves one after the other, and one half to be mirrored.
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 #include <algorithm>
 #include <cmath>

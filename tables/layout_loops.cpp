@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // One line round the section: from the trailing edge, or from the nose.
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Fourth step of the reading: the layouts of outlines.
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 #include <cmath>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Last step of the reading: points that look like an outline.
-#include "tables/outline.h"
+#include "tables/outline_p.h"
 
 #include <algorithm>
 #include <array>

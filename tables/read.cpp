@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The whole reading: bytes, text, rows, groups of rows, layouts, and the choice of one section.
-#include "tables/carried.h"
-#include "tables/search.h"
-#include "tables/text.h"
+#include "tables/carried_p.h"
+#include "tables/search_p.h"
+#include "tables/text_p.h"
 
 #include <algorithm>
 

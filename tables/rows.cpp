@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Second step of the reading: text to rows of numbers with their line numbers.
-#include "tables/rows.h"
+#include "tables/rows_p.h"
 
-#include "tables/text.h"
+#include "tables/text_p.h"
 
 #include <algorithm>
 #include <limits>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The course of x through the rows: up, down, back to the start.
-#include "tables/runs.h"
+#include "tables/runs_p.h"
 
 #include <QStringList>
 

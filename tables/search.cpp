@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The sections of a file, and the choice of one.
-#include "tables/search.h"
+#include "tables/search_p.h"
 
 #include <algorithm>
 

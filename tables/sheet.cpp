@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The rows that may be one section: which lines they are, which columns count, in what unit.
-#include "tables/sheet.h"
+#include "tables/sheet_p.h"
 
-#include "tables/text.h"
+#include "tables/text_p.h"
 
 #include <algorithm>
 #include <cmath>

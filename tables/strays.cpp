@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Rows among those of a section that are not points.
-#include "tables/strays.h"
+#include "tables/strays_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // First step of the reading: bytes to text.
-#include "tables/text.h"
+#include "tables/text_p.h"
 
 #include <QStringDecoder>
 

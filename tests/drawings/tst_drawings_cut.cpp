@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The outer edge: closed forms, and the allowance everywhere round random sections.
-#include "drawings/outline.h"
+#include "drawings/outline_p.h"
 #include "ribs.h"
 #include "sections/plane.h"
 #include "support/testmain.h"

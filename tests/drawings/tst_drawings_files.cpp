@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The files of a small scene, to the byte where that is readable.
 #include "drawings/dxf.h"
-#include "drawings/numbers.h"
+#include "drawings/numbers_p.h"
 #include "drawings/svg.h"
 #include "support/testmain.h"
 

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Pictures of sections: what is in them, and that no text lies on another.
-#include "drawings/page.h"
-#include "drawings/paint.h"
+#include "drawings/page_p.h"
+#include "drawings/paint_p.h"
 #include "drawings/picture.h"
-#include "drawings/picture_plots.h"
+#include "drawings/picture_plots_p.h"
 #include "drawings/svg.h"
-#include "drawings/textwidth.h"
+#include "drawings/textwidth_p.h"
 #include "ribs.h"
 #include "sections/compare.h"
 #include "support/testmain.h"

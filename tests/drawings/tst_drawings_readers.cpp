@@ -2,7 +2,7 @@
 // Drawings as other programs read them: ezdxf, librsvg, Chromium and poppler. Where one is missing
 // its tests are skipped, unless AEROLITH_READERS is set.
 #include "drawings/dxf.h"
-#include "drawings/outline.h"
+#include "drawings/outline_p.h"
 #include "drawings/pdf.h"
 #include "drawings/picture.h"
 #include "drawings/png.h"

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Ribs: the curve in the file, marks, mouth, text, and what is refused.
 #include "drawings/dxf.h"
-#include "drawings/outline.h"
+#include "drawings/outline_p.h"
 #include "drawings/svg.h"
 #include "ribs.h"
 #include "sections/plane.h"

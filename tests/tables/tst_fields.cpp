@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The fields of a line, and what its commas are.
 #include "support/testmain.h"
-#include "tables/fields.h"
+#include "tables/fields_p.h"
 
 #include <QTest>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // What looks like a section and what does not; kinds; the same section.
 #include "support/testmain.h"
-#include "tables/outline.h"
+#include "tables/outline_p.h"
 
 #include <QTest>
 

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Rows, the course of x, columns and units, stray rows.
 #include "support/testmain.h"
-#include "tables/columns.h"
-#include "tables/groups.h"
-#include "tables/runs.h"
-#include "tables/strays.h"
+#include "tables/columns_p.h"
+#include "tables/groups_p.h"
+#include "tables/runs_p.h"
+#include "tables/strays_p.h"
 
 #include <QTest>
 

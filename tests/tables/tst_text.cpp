@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Bytes to text: encodings, line ends, what ends a file.
 #include "support/testmain.h"
-#include "tables/text.h"
+#include "tables/text_p.h"
 
 #include <QStringEncoder>
 #include <QTest>

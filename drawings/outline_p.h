@@ -2,7 +2,7 @@
 // The curve of a section at full size, and places on it.
 #pragma once
 
-#include "drawings/cut.h"
+#include "drawings/cut_p.h"
 #include "drawings/rib.h"
 #include "drawings/scene.h"
 

@@ -2,7 +2,7 @@
 // The course of x through the rows: up, down, back to the start.
 #pragma once
 
-#include "tables/sheet.h"
+#include "tables/sheet_p.h"
 
 #include <vector>
 

@@ -2,8 +2,8 @@
 // The sections of a file, and the choice of one.
 #pragma once
 
-#include "tables/attempt.h"
-#include "tables/groups.h"
+#include "tables/attempt_p.h"
+#include "tables/groups_p.h"
 
 namespace tables {
 

@@ -2,7 +2,7 @@
 // Rows among those of a section that are not points.
 #pragma once
 
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 namespace tables {
 

@@ -2,7 +2,7 @@
 // The rows that may be one section: which lines they are, which columns count, in what unit.
 #pragma once
 
-#include "tables/rows.h"
+#include "tables/rows_p.h"
 #include "tables/table.h"
 
 #include <QPointF>

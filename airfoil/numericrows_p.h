@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The numeric lines of a coordinate table. Used by the sources of this folder only.
+// The numeric lines of a coordinate table.
 #pragma once
 
 #include <QByteArray>

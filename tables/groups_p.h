@@ -2,7 +2,7 @@
 // Which lines belong together: the tables of a file, what stands above them, and damage.
 #pragma once
 
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 namespace tables {
 

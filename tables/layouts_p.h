@@ -2,9 +2,9 @@
 // Fourth step of the reading: the layouts of outlines. Each is recognised by its numbers alone.
 #pragma once
 
-#include "tables/outline.h"
-#include "tables/runs.h"
-#include "tables/sheet.h"
+#include "tables/outline_p.h"
+#include "tables/runs_p.h"
+#include "tables/sheet_p.h"
 
 #include <optional>
 #include <vector>

@@ -2,7 +2,7 @@
 // Third step of the reading: which columns are coordinates, and in what unit.
 #pragma once
 
-#include "tables/sheet.h"
+#include "tables/sheet_p.h"
 
 #include <optional>
 #include <vector>

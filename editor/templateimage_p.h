@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The drawn template kept as an image. Used by the sources of this folder only.
+// The drawn template kept as an image.
 #pragma once
 
 #include <QImage>

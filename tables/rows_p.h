@@ -2,7 +2,7 @@
 // Second step of the reading: text to rows of numbers with their line numbers.
 #pragma once
 
-#include "tables/fields.h"
+#include "tables/fields_p.h"
 
 #include <QByteArray>
 #include <QString>

@@ -2,7 +2,7 @@
 // One group of rows, tried with every layout.
 #pragma once
 
-#include "tables/layouts.h"
+#include "tables/layouts_p.h"
 
 namespace tables {
 

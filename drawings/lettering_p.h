@@ -2,7 +2,7 @@
 // Information for the reader of a drawing: text, grain and scale.
 #pragma once
 
-#include "drawings/outline.h"
+#include "drawings/outline_p.h"
 #include "drawings/scene.h"
 
 namespace drawings {

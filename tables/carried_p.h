@@ -2,7 +2,7 @@
 // What csv and json tables written by this program hold besides their rows.
 #pragma once
 
-#include "tables/rows.h"
+#include "tables/rows_p.h"
 #include "tables/table.h"
 
 namespace tables {

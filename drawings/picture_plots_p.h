@@ -3,7 +3,7 @@
 #pragma once
 
 #include "drawings/picture.h"
-#include "drawings/plot.h"
+#include "drawings/plot_p.h"
 
 #include <vector>
 
