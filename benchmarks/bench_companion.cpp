@@ -87,7 +87,7 @@ struct Spent {
     double wall = 0.0;
 };
 
-// Seconds of a run, loading included; 0 for one that failed.
+// Seconds of a run, including loading; 0 for a failed run.
 Spent spent_by(const QString& program, const QByteArrayList& arguments) {
     QElapsedTimer clock;
     clock.start();
@@ -115,7 +115,7 @@ Spent spent_by(const QString& program, const QByteArrayList& arguments) {
     return {seconds(used.ru_utime) + seconds(used.ru_stime), 1e-9 * double(clock.nsecsElapsed())};
 }
 
-// A run of the companion beside the bare start of a program with its libraries.
+// Compares a run of the companion with the bare start of a program with the same libraries.
 void compare_run(const char* number, const QString& work, const QByteArrayList& arguments,
                  double goal) {
     const auto mean = [](const QString& program, const QByteArrayList& words) {
@@ -186,7 +186,7 @@ void measure_tables() {
         QStringLiteral("%1 a second of one processor").arg(std::round(quartiles(rates).median)));
 }
 
-// Two processors are twice as fast as one.
+// Ideally two processors are twice as fast as one.
 void compare_jobs() {
     constexpr int fits = 200;
     const QTemporaryDir temporary;

@@ -16,7 +16,7 @@ namespace {
 constexpr QSize screen_size(1920, 1080);
 constexpr int dragged_point = 8;
 
-// One editor in a window of its own, with a document of its own.
+// An editor in its own window, with its own document.
 class Stage {
 public:
     Stage(std::unique_ptr<EditSpline> widget, int template_points, double zoom = 1.0,
@@ -36,7 +36,7 @@ public:
         baseline::place_spline(*editor, MAXNUMPOINTS);
         editor->f_scale = zoom;
         editor->p_D = pan;
-        // The first paints still move the spline to its place.
+        // The first paints only move the spline to its place.
         for (int i = 0; i < 6; ++i) {
             editor->repaint();
             QCoreApplication::processEvents();

@@ -27,7 +27,7 @@ void write_table(const QString& name) {
     }
 }
 
-// One reading by the script's interpreter, in turns with ours.
+// One reading by the script's interpreter, alternating with ours.
 double loadtxt_seconds(QProcess& script) {
     if (!script.waitForReadyRead(120000))
         return 0.0;

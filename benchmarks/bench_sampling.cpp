@@ -46,7 +46,7 @@ void bench_sampling() {
     print_row(QStringLiteral("1"), QStringLiteral("the same, ours : 999 divisions of a point"),
               times_text(bound.first, bound.second), {Goal::at_most, 1.8}, bound.ratio);
 
-    // Every call meets knots that no call before had.
+    // Every call gets knots that no earlier call had.
     const auto new_knots = [&] { spline.b_knots[7] += 1e-9; };
     const Work plain_anew = {[&] {
                                  new_knots();

@@ -11,8 +11,8 @@
 
 namespace {
 
-// Of this program alone: the peak that the system keeps for a process counts what started
-// it, too.
+// Of this program alone: the peak that the system keeps for a process includes the program that
+// started it.
 long peak_kilobytes() {
     long peak = 0;
     if (std::FILE* status = std::fopen("/proc/self/status", "r")) {

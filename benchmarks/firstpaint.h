@@ -4,7 +4,7 @@
 
 #include <QApplication>
 
-/// Ends the process as soon as the event that painted the watched window is handled, and
+/// Ends the process as soon as the event that painted the watched window has been handled, and
 /// prints the processor time (seconds) and the peak memory (kB) since its start.
 class FirstPaint : public QApplication {
 public:

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Ratios of processor times of two works, and the table of them.
+// Ratios of the processor times of two tasks, and a table of them.
 #include "harness.h"
 
 #include <algorithm>

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Ratios of processor times of two works, and the table of them.
+// Ratios of the processor times of two tasks, and a table of them.
 #pragma once
 
 #include <QString>
@@ -7,24 +7,24 @@
 #include <functional>
 #include <vector>
 
-/// Quartiles of what was measured in several rounds.
+/// Quartiles of the measurements of several rounds.
 struct Quartiles {
     double low = 0.0;
     double median = 0.0;
     double high = 0.0;
 };
 
-/// Two works measured in turns.
+/// Two tasks measured alternately.
 struct Comparison {
     Quartiles ratio;     ///< Time of the first over that of the second, round by round.
     double first = 0.0;  ///< Median time of one run of the first, seconds.
     double second = 0.0; ///< Median time of one run of the second, seconds.
 };
 
-/// One of the two works of a comparison.
+/// One of the two tasks of a comparison.
 struct Work {
     std::function<void()> run;
-    int repetitions = 1; ///< Runs in one round, enough for some milliseconds.
+    int repetitions = 1; ///< Runs in one round; enough for some milliseconds.
 };
 
 /// Processor time of this process so far, seconds.
@@ -33,14 +33,14 @@ double processor_seconds();
 /// Processor time that @p run takes, seconds.
 double timed(const std::function<void()>& run);
 
-/// The quartiles of @p values, which may stand in any order; not empty.
+/// The quartiles of @p values, which may be in any order; not empty.
 Quartiles quartiles(std::vector<double> values);
 
-/// Runs both works once to warm up, then in turns; which goes first changes with every
-/// round, so that a slow phase of the machine falls on both.
+/// Runs both tasks once to warm up, then alternately. The order changes with every round, so that a
+/// slow phase of the machine affects both.
 Comparison compare(int rounds, const Work& first, const Work& second);
 
-/// A goal that a ratio is held against.
+/// The goal for a ratio.
 struct Goal {
     enum Kind { at_least, at_most };
     Kind kind;
@@ -63,7 +63,7 @@ void print_note(const QString& number, const QString& work, const QString& note)
 /// "1.53 ms : 5.60 us"
 QString times_text(double first, double second);
 
-/// Keeps the compiler from dropping a work whose result nobody reads.
+/// Keeps the compiler from dropping a task whose result is not used.
 void keep(double value);
 
 /// @name Rows of the table

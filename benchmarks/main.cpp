@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Measures what the program does against the plain versions and prints the ratios.
+// Measures the program against the plain versions and prints the ratios.
 #include "harness.h"
 
 #include <QApplication>

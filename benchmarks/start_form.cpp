@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A window with the program's form and nothing behind it, up to its first finished paint.
+// A window with the program's form but no function, up to its first finished paint.
 #include "firstpaint.h"
 
 #include "ui_bareform.h"

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Prints the processor time, in seconds, that numpy.loadtxt takes for each reading of a table, or
-# of all tables of a folder. Between two readings of a folder it waits for a line.
+# Prints the processor time, in seconds, that numpy.loadtxt takes for each reading of a table, or of
+# all tables in a folder. Between two readings of a folder it waits for a line of input.
 import os
 import sys
 import time

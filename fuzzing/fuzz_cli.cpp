@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Random command lines, made from the grammar of the option table, over any bytes as standard
-// input. The first bytes choose the words, up to a null character; the rest is the input.
+// Random command lines, made from the grammar of the option table, with any bytes as standard
+// input. The bytes before the first null character choose the words; the rest is the input.
 #include "fuzzing/commandlines.h"
 #include "fuzzing/fuzzing.h"
 
@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Words words = with_options({verb, "-"}, options, choices);
 
     const Result result = checked_run(words, end < 0 ? QByteArray() : bytes.mid(end + 1));
-    // A value may be one of these words; then nothing is known.
+    // A value may be one of these words too; then nothing is checked.
     if (result.code != 2 && has(words, "--json") && !has(words, "--help") &&
         result.out.startsWith('['))
         REQUIRE(QJsonDocument::fromJson(result.out).isArray());

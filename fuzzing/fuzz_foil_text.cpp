@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Any bytes as a text file that is cleaned line by line, and its lines field by field.
+// Any bytes as a text file that is cleaned line by line and split into fields.
 #include "airfoil/airfoil.h"
 #include "fuzzing/fuzzing.h"
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Any bytes as a section that is measured, and compared with itself and with a plain one.
+// Any bytes as a section that is measured, and compared with itself and with a plain section.
 #include "cli/run.h"
 #include "fuzzing/fuzzing.h"
 
@@ -51,7 +51,7 @@ void require_numbers(const QJsonValue& value) {
     }
 }
 
-// The object of the one file, which has numbers or a reason why not.
+// The object of the only file, which has numbers or a reason for having none.
 QJsonObject require_results(const Printed& run, const char* number) {
     REQUIRE(run.code == 0 || run.code == 1);
     const QJsonDocument document = QJsonDocument::fromJson(run.out);

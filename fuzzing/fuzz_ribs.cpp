@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Any list of ribs, drawn with random options. The first bytes choose the options, up to a null
-// character; the rest is the list, in which @ stands for the name of a good section file.
+// Any list of ribs, drawn with random options. The bytes before the first null character choose the
+// options; the rest is the list, in which @ stands for the name of a valid section file.
 #include "cli/rib_list.h"
 #include "fuzzing/commandlines.h"
 #include "fuzzing/fuzzing.h"
@@ -13,7 +13,7 @@
 
 namespace {
 
-// Those of drawings stand together.
+// The options of drawings are consecutive.
 std::vector<Words> options_of_drawings() {
     std::vector<Words> options;
     for (const auto& [verb, lines] : verbs_of_grammar()) {
@@ -28,7 +28,7 @@ std::vector<Words> options_of_drawings() {
     return options;
 }
 
-// Few enough to be drawn in time.
+// Whether the ribs are few enough to be drawn in time.
 bool is_short(const QByteArray& list) {
     int count = 0;
     for (const cli::RibRow& row : cli::read_rib_list(list).rows)
@@ -36,7 +36,7 @@ bool is_short(const QByteArray& list) {
     return count <= 3;
 }
 
-// Pairs of lines: a code, and of coordinates and lengths a number.
+// Requires pairs of lines: a code and its value, which is a number for coordinates and lengths.
 void require_dxf(const QByteArray& file) {
     REQUIRE(file.endsWith("  0\nEOF\n"));
     const QByteArrayList lines = file.split('\n');

@@ -22,7 +22,7 @@ QByteArray written(const ParaStruct& record) {
     return bytes;
 }
 
-// Whether the bytes are what the writer makes of some spline, and not short or foreign.
+// Whether the bytes are a complete file as the writer makes it, neither short nor foreign.
 bool is_whole_file(const QByteArray& bytes) {
     if (bytes.size() < size_without_name)
         return false;
@@ -48,8 +48,8 @@ void edit(EditSpline& editor, const SplineFoil& read, int selected,
     REQUIRE(count <= MAXNUMPOINTS && std::abs(count - read.point_count()) <= 1);
 }
 
-// Does each edit of a point on its own to what was read, with each kind of selection, and
-// then all edits on top of each other.
+// Applies each edit of a point alone to the spline that was read, with each kind of selection, and
+// then all edits in succession.
 void edit_in_every_way(EditSpline& editor, const SplineFoil& read) {
     const std::function<void()> point_edits[] = {
         [&] { editor.SelectPoint(); },

@@ -12,7 +12,7 @@ namespace {
 using tables::Finding;
 using tables::Table;
 
-// The last byte chooses; a line feed leaves all open.
+// The last byte chooses the options; a line feed chooses none.
 tables::ReadOptions options_of(const QByteArray& bytes) {
     tables::ReadOptions options;
     if (bytes.isEmpty() || bytes.back() == '\n')
@@ -44,7 +44,8 @@ void require_sound(const Table& table, int lines) {
         REQUIRE(std::isfinite(table.openings->start) && std::isfinite(table.openings->end));
 }
 
-// What is written for the window, less than a billionth off, or refused with a reason.
+// Requires that the window reads what is written for it to within a billionth, or that writing is
+// refused with a reason.
 void require_written_is_read(const Table& table) {
     tables::WriteOptions options;
     options.decimals = 12;
@@ -58,7 +59,7 @@ void require_written_is_read(const Table& table) {
     const tables::Written twice = tables::write(again, tables::Format::window, options);
     REQUIRE(twice.ok());
     REQUIRE(again.points.size() == table.points.size());
-    // Not the title: "200 points ! of one side" is a count with its remark when it is read.
+    // The title is not compared: "200 points ! of one side" reads back as a count with a remark.
     const auto rows_of = [](const QByteArray& bytes) { return bytes.mid(bytes.indexOf('\n')); };
     REQUIRE(rows_of(twice.bytes) == rows_of(written.bytes));
 }
@@ -75,7 +76,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     REQUIRE(identical(again.points, table.points));
     if (!table.readable())
         return 0;
-    // Of what is doubtful a second reading may leave out another row.
+    // If there is a doubt, a second reading may drop another row.
     const QList<Finding> findings = table.findings + sections::shape_findings(table);
     if (std::all_of(findings.begin(), findings.end(),
                     [](const Finding& each) { return each.gravity == tables::Gravity::note; }))

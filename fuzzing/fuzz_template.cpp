@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     REQUIRE(table.count(QLatin1Char('\n')) <= document->baseAirfoil.size() + 4);
 
     paint(window.spline_widget);
-    // The second picture is made of what the first one has kept.
+    // The second picture is made from what the first one has cached.
     paint(window.spline_widget);
     return 0;
 }

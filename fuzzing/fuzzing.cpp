@@ -15,7 +15,7 @@
 extern "C" int LLVMFuzzerInitialize(int* argc, char*** argv) {
     ::setenv("QT_QPA_PLATFORM", "offscreen", 0);
     static QApplication application(*argc, *argv);
-    // One warning for each item of a file that is no file, for ever.
+    // Otherwise there would be an endless series of warnings, one for each item of a missing file.
     qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
         if (type == QtFatalMsg)
             std::fprintf(stderr, "%s\n", qPrintable(text));

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the fuzz targets share. Each target is one function that takes any bytes and ends the
-// process when something that holds for every input does not hold.
+// What the fuzz targets share. Each target is a function that takes any bytes and ends the process
+// if a property that must hold for every input does not.
 #pragma once
 
 #include <QByteArray>
@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
         }                                                                                          \
     } while (false)
 
-/// A file in memory that holds @p bytes while the object lives.
+/// A file in memory that holds @p bytes during the lifetime of the object.
 class MemoryFile {
 public:
     explicit MemoryFile(const QByteArray& bytes);
@@ -33,13 +33,13 @@ public:
     MemoryFile& operator=(const MemoryFile&) = delete;
     ~MemoryFile();
 
-    QString name() const; ///< The name that it can be opened by.
+    QString name() const; ///< The name under which it can be opened.
 
 private:
     int fd;
 };
 
-/// Paints @p widget, which takes less than five seconds of the processor, sanitizers included.
+/// Paints @p widget and requires less than five seconds of processor time, even with sanitizers.
 void paint(QWidget* widget);
 
 /// Whether every point of a normalised outline is in 0..1 or not a number.

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Writes the first inputs of the fuzz targets into the folders below corpus.
+# Writes the initial inputs of the fuzz targets into the folders of corpus.
 import math
 import pathlib
 import struct

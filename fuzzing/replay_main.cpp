@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Runs a fuzz target on the files and the files of the folders that are named as arguments.
+// Runs a fuzz target on the files, and on all files in the folders, named as arguments.
 #include "fuzzing/fuzzing.h"
 
 #include <QDirIterator>

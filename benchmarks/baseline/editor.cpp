@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The editor with a paint that keeps nothing between frames.
+// The editor with a paint that caches nothing between frames.
 #include "baseline/editor.h"
 
 #include "airfoil/airfoil.h"

@@ -1,14 +1,13 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The editor with a paint that keeps nothing between frames.
+// The editor with a paint that caches nothing between frames.
 #pragma once
 
 #include "editor/editspline.h"
 
 namespace baseline {
 
-/// Takes the state, the mapping and the handlers of EditSpline, and paints every frame
-/// from the document alone: the curve by the plain recursion, everything drawn directly
-/// on the widget.
+/// Has the state, the mapping and the handlers of EditSpline, but paints every frame from the
+/// document alone: the curve by the plain recursion, everything drawn directly on the widget.
 class Editor : public EditSpline {
 public:
     using EditSpline::EditSpline;

@@ -66,7 +66,7 @@ int separators_but_last(const QString& line) {
     return count;
 }
 
-// 1, 2 or 3 for the three layouts, any other number for none of them.
+// 1, 2 or 3 for the three layouts, any other number for an unknown one.
 int layout_of(const QString& fileName) {
     QString text = text_of(fileName);
     QTextStream in(&text);

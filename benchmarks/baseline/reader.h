@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Coordinate tables read line by line through a text stream, one statement a rule. It shares
-// no code with the reader that the program uses, and the names and results are that one's.
+// Coordinate tables read line by line through a text stream, with one statement for each rule. It
+// shares no code with the program's reader, but its names and results are the same.
 #pragma once
 
 #include <QPolygonF>
@@ -13,7 +13,7 @@ int isLatString(const QString& s);
 QString Repair_NumString(QString s);
 void FindNumericSubStrings(const QString& line, QString* S);
 
-/// @p s as a single-precision number; 0 for what is no number or beyond single precision.
+/// @p s as a single-precision number; 0 for what is not a number or exceeds single precision.
 float to_single(const QString& s);
 
 QPolygonF Read_Normal(const QString& fileName);

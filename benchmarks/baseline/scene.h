@@ -9,7 +9,7 @@
 namespace baseline {
 
 /// A closed section of @p points points in chord units.
-/// @param thickness about its part of the chord
+/// @param thickness approximate thickness as a fraction of the chord
 QPolygonF smooth_outline(int points, double thickness);
 
 /// Gives the editor's document a spline of @p points control points along a section,
