@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Reads coordinate tables by a program of its own and prints what it gets, so that
-# the editor's reader can be compared with it.
+# A second, independent reader of coordinate tables. It prints its results for comparison with the
+# program's reader.
 """
 usage: second_reader.py FOLDER
 
@@ -71,7 +71,7 @@ def cleaned(line):
 
 
 def has_letter(line):
-    """Characters beyond 16 bits are stored as two halves, which are no letters."""
+    """Characters beyond 16 bits are stored as two halves, which are not letters."""
     return any(ord(c) < 0x10000 and unicodedata.category(c).startswith("L") for c in line)
 
 
@@ -190,7 +190,7 @@ def normalised(points):
 
 
 def fixed(value, decimals):
-    """Fixed notation; a value half-way between two texts goes away from zero."""
+    """Fixed notation; ties are rounded away from zero."""
     if value != value:
         return "nan"
     if value in (float("inf"), float("-inf")):

@@ -21,7 +21,7 @@ bool same_or_both_nan(double a, double b) {
     return same_bits(a, b) || (std::isnan(a) && std::isnan(b));
 }
 
-// As first_difference(), but one NaN is as good as another.
+// Like first_difference(), but all NaN are equal.
 QString difference_of(const QPolygonF& actual, const QPolygonF& expected) {
     if (actual.size() != expected.size())
         return QStringLiteral("%1 points, not %2").arg(actual.size()).arg(expected.size());
@@ -118,7 +118,7 @@ void tst_analysis::normalised_order_of_operations() {
     COMPARE_BITS(outline[2].x(), 0x1.f1c71c71c71c8p-2);
 }
 
-// The nose comes out at -2^-52 and goes.
+// The nose is at -2^-52 after scaling and is dropped.
 void tst_analysis::normalised_nose_lost_by_rounding() {
     const QPolygonF outline = ::Normalize_airfoil2({{1.0, 0.0}, {-4e-6, 0.1}, {0.5, 0.0}}, 1);
     QCOMPARE(outline.size(), 2);
@@ -150,7 +150,7 @@ void tst_analysis::FindThickness_data() {
     QTest::newRow("crests-apart") << QPolygonF{{1.0, 0.0}, {0.4, 0.1}, {0.0, 0.0}, {0.2, -0.05}}
                                   << QStringLiteral(" Thickness: 15.00  at  30.00 %")
                                   << QStringLiteral(" Top: at 40.00   Bottom: at: 20.00 ");
-    // Not the distance of the sides: this one has none.
+    // Not the distance between the sides: here it is 0.
     QTest::newRow("overall-height") << QPolygonF{{1.0, 0.0}, {0.5, 0.25}, {0.0, 0.5}}
                                     << QStringLiteral(" Thickness: 50.00  at  50.00 %")
                                     << QStringLiteral(" Top: at 0.00   Bottom: at: 100.00 ");

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Outlines made from other outlines or from a few numbers.
+// Outlines generated from other outlines, and parabolas.
 #include "airfoil/airfoil.h"
 #include "numerics/constants.h"
 #include "numerics/fourier.h"
@@ -190,7 +190,7 @@ void tst_generation::Normala_data() {
     QTest::newRow("unit")       << QVector3D(1, 0, 0) << QVector3D(0, 1, 0) << QVector3D(0, 0, 1);
     QTest::newRow("oblong")     << QVector3D(0, 3, 0) << QVector3D(0, 0, 4) << QVector3D(1, 0, 0);
     QTest::newRow("slanted")    << QVector3D(4, 0, -3) << QVector3D(0, 1, 0) << QVector3D(0.6F, -0.0F, 0.8F);
-    // Shorter than Qt takes for a vector that can be normalised.
+    // Too short for Qt to normalise.
     QTest::newRow("tiny")       << QVector3D(1e-4F, 0, 0) << QVector3D(0, 1e-4F, 0) << QVector3D(0, 0, 1);
     QTest::newRow("denormal")   << QVector3D(1e-20F, 0, 0) << QVector3D(0, 1e-20F, 0) << QVector3D(0, 0, 1);
     QTest::newRow("huge")       << QVector3D(1e18F, 0, 0) << QVector3D(0, 1e18F, 0) << QVector3D(0, 0, 1);
@@ -230,7 +230,7 @@ void tst_generation::Natur_Airfoil_worked_example() {
                          QPolygonF({{0, 0}, {0.5, 0}, {1, 0}, {1, 0.5}, {1, 1}, {0, 0}}));
 }
 
-// Each length is the one before and a step, as rounding shows: 0.1 added eight times is not 0.8.
+// Each length is the previous one plus a step, as rounding shows: 0.1 added eight times is not 0.8.
 void tst_generation::Natur_Airfoil_adds_its_steps_up() {
     const QPolygonF even = Natur_Airfoil(11, {{0, 0}, {1, 0}});
     double t = 0.0;
@@ -255,8 +255,8 @@ void tst_generation::Natur_Airfoil_steps_are_equal_along_the_outline() {
     COMPARE_BITS(even[27], path[0]);
 }
 
-// For about half of all N the summed steps pass the total length, where f_ind answers
-// the last point, which begins no bracket.
+// For about half of all N the summed steps exceed the total length, where f_ind returns the last
+// point, which begins no bracket.
 void tst_generation::Natur_Airfoil_ends_at_the_last_point_for_every_N() {
     const QPolygonF poly = section(61);
     const double total = length_of(poly);
@@ -366,7 +366,7 @@ void tst_generation::FourierInterpolationAirfoil_follows_a_section() {
         COMPARE_NEAR(out[k].x(), (1.0 + std::cos(turn)) / 2.0, 1e-3);
         COMPARE_NEAR(out[k].y(), 0.06 * std::sin(turn) + 0.02 * std::sin(turn / 2.0), 1e-3);
     }
-    // The points gather at the nose.
+    // The points are concentrated at the nose.
     QVERIFY(Dist2(out[499], out[500]) < 1e-5);
     QVERIFY(Dist2(out[0], out[1]) > 1e-3);
 }
@@ -383,7 +383,7 @@ void tst_generation::CreateSymetricAirfoil_subtracts_the_cosine_part_at_even_ang
     QCOMPARE(out.size(), 1000);
     for (int i = 0; i < 1000; ++i)
         COMPARE_BITS(out[i], QPointF(smooth[i].x(), smooth[i].y() - Yc[std::size_t(i)]));
-    // The camber, even in the angle, is gone at the nose, where the angles agree.
+    // The camber, an even function of the angle, vanishes at the nose, where the angles agree.
     COMPARE_NEAR(smooth[500].y(), 0.02, 1e-3);
     COMPARE_NEAR(out[500].y(), 0.0, 1e-6);
 }

@@ -125,7 +125,7 @@ void tst_pairs::extremes() {
     QCOMPARE(GetDataStruct()->FoilPairList.size(), 1000);
 }
 
-// Neither -100 nor 100 is passed, so the old indices stay.
+// Neither -100 nor 100 is exceeded, so the old indices stay.
 void tst_pairs::extremes_without_any() {
     QPolygonF outline = thousand_points();
     for (int i = 0; i < outline.size(); ++i)
@@ -136,7 +136,7 @@ void tst_pairs::extremes_without_any() {
     QCOMPARE(GetDataStruct()->TopIndexUp, 17);
     QCOMPARE(GetDataStruct()->TopIndexDw, 18);
 
-    // A nose lies left of a million.
+    // The search for the nose starts at a million.
     for (QPointF& point : outline)
         point.setX(1e6);
     GetDataStruct()->NoseIndex = 19;
@@ -204,7 +204,7 @@ void tst_pairs::FindUPIndex_data() {
     QTest::addColumn<int>("i");
     QTest::addColumn<int>("expected");
 
-    // Points 1 to 500 have the x of 999 to 500; point 0 stands alone at x = 1.
+    // Points 1 to 500 have the x of 999 to 500; only point 0 is at x = 1.
     QTest::newRow("trailing-edge") << 0 << 0;
     QTest::newRow("lower-side") << 700 << 299;
     QTest::newRow("first-lower-point") << 501 << 498;
@@ -316,8 +316,7 @@ void tst_pairs::any_size_data() {
     }
 }
 
-// Outlines of another size than the one meant for, and any index of the nose, give
-// pairs that stay within the outline.
+// Outlines of another size than intended, and any index of the nose, give pairs within the outline.
 void tst_pairs::any_size() {
     QFETCH(int, points);
     QFETCH(int, nose);

@@ -15,7 +15,7 @@
 
 namespace {
 
-// The characters that tables are decorated with and that mean nothing.
+// Characters in tables that are decoration without meaning.
 const QString decoration = QStringLiteral("?!'`_@#$%^&*(){}[]|;:/><~=+\u00AB\u00BB");
 
 QPolygonF single_precision(QPolygonF poly) {
@@ -291,7 +291,7 @@ void tst_reader::outline_data() {
     row("title-with-number", {{1.0, 0.0}, {0.5, 0.1}, {0.0, 0.0}, {0.5, -0.1}, {1.0, 0.0}});
 }
 
-// Coordinates carry single precision, so 0.1 of a table is not 0.1.
+// Coordinates have single precision, so 0.1 in a table is not 0.1.
 void tst_reader::outline() {
     QFETCH(QByteArray, bytes);
     QFETCH(QPolygonF, points);
@@ -329,11 +329,11 @@ void tst_reader::endless() {
     QElapsedTimer timer;
     timer.start();
     QCOMPARE(airfoil_Read_All(stored(bytes)).size(), points);
-    // Far from any slow machine, near for what grows with the square of the rows.
+    // Ample for a slow machine, too short for time that grows with the square of the rows.
     QVERIFY2(timer.elapsed() < 30000, qPrintable(QString::number(timer.elapsed())));
 }
 
-// Which layout a reader takes is not its own decision.
+// Each reader assumes its layout and does not check it.
 void tst_reader::layouts_of_one_file() {
     const QString name = stored("a\n2.0 0.5 7.0\n0.25 0.5 -0.5\n0.75 1.0 -1.0\n1.0 2.0 -2.0\n");
     const QPolygonF normal = {{2.0, 0.5}, {0.25, 0.5}, {0.75, 1.0}, {1.0, 2.0}};
@@ -349,7 +349,7 @@ void tst_reader::layouts_of_one_file() {
     QCOMPARE(first_difference(Read_Eppler(one_row), {{2.0, 7.0}, {2.0, 0.5}}), QString());
 }
 
-// The same section in three layouts and with commas is the same section.
+// The same section in three layouts and with commas gives the same outline.
 void tst_reader::shared_text_is_one_text() {
     const auto sample = [](const char* name) {
         return airfoil_Read(QStringLiteral(SAMPLES "/naca-0012-") + QLatin1String(name));
@@ -370,7 +370,7 @@ void tst_reader::shared_text_is_one_text() {
         QCOMPARE(columns[columns.size() - 1 - i], outline[i]);
 }
 
-// The second pass counts: points beyond the chord stretch the first one only.
+// The second pass decides: points beyond the chord affect only the first one.
 void tst_reader::normalised_twice() {
     const QString name = stored("1.0 0.0\n0.5 0.25\n0.0 0.0\n1.0 -0.25\n2.0 0.0\n");
     const QPolygonF once = Normalize_airfoil2(airfoil_Read_All(name), 1);
@@ -407,7 +407,7 @@ void tst_reader::plainTextRead_data() {
 
     QTest::newRow("empty") << QString() << QPolygonF();
     QTest::newRow("line-feeds-alone") << QStringLiteral("\n\n\n") << QPolygonF();
-    // The last character of a line is not read, so a blank stands there.
+    // The last character of a line is not read, so it is a blank here.
     QTest::newRow("rows") << QStringLiteral("2 0 \n1 0.5 \n\n0 0 \n")
                           << QPolygonF{{1.0, 0.0}, {0.5, 0.25}, {0.0, 0.0}};
     QTest::newRow("last-character-is-lost") << QStringLiteral("1 0 \n0.5 0.253\n0.00 07\n")
@@ -443,7 +443,7 @@ void tst_reader::plainTextRead() {
     QVERIFY2(difference.isEmpty(), qPrintable(difference));
 }
 
-// Lines of one character give equal points, which have no extent to divide by.
+// Lines of one character give equal points, and an extent of 0 to divide by.
 void tst_reader::plainTextRead_of_one_place() {
     const QPolygonF outline = ::plainTextRead(QStringLiteral("1\n2\n"));
     QCOMPARE(outline.size(), 2);

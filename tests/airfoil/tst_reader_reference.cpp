@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The reader against its plainest form: the same bits from the same bytes, whatever
-// the bytes are.
+// The reader against its plain version: the same bits from the same bytes, whatever the bytes are.
 #include "airfoil/airfoil.h"
 #include "baseline/reader.h"
 #include "support/awkwardtables.h"
@@ -15,7 +14,7 @@
 
 namespace {
 
-// Empty, or what the two readers disagree on.
+// Where the two readers disagree; empty if they agree.
 QString disagreement(const QString& name) {
     using Reader = QPolygonF (*)(QString);
     using Expected = QPolygonF (*)(const QString&);
@@ -82,8 +81,8 @@ void tst_reader_reference::initTestCase() {
     QVERIFY(m_folder.isValid());
 }
 
-// Each table is a new file: file systems write a file that is emptied and filled
-// again to the disk at once, which takes longer than all the reading.
+// Each table is a new file: file systems flush a file that is truncated and rewritten at once,
+// which takes longer than all the reading.
 QString tst_reader_reference::stored(const QByteArray& bytes) {
     QFile::remove(m_folder.filePath(QString::number(m_files)));
     QFile file(m_folder.filePath(QString::number(++m_files)));
@@ -92,8 +91,7 @@ QString tst_reader_reference::stored(const QByteArray& bytes) {
     return file.fileName();
 }
 
-// Without tables of each layout among the generated ones the comparisons were of
-// empty outlines only.
+// The generated tables must include every layout, or only empty outlines would be compared.
 void tst_reader_reference::layouts_are_met() {
     int full[3] = {};
     for (quint32 seed = 0; seed < 60; ++seed) {

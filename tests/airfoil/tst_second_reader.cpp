@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The reader, the thickness and the table against a second program that was written
-// apart from them, for all files of a folder. A folder of one's own is compared by
-// AEROLITH_TABLES=<folder>.
+// The reader, the thickness and the table against a second, independent program, for all files in a
+// folder. AEROLITH_TABLES=<folder> adds another folder.
 #include "airfoil/airfoil.h"
 #include "support/awkwardtables.h"
 #include "support/tablegenerator.h"
@@ -28,7 +27,7 @@ QByteArray bits(double value) {
     return QByteArray::number(pattern, 16).rightJustified(16, '0');
 }
 
-// In the order of the bytes of their paths, as the second program has them.
+// Sorted by the bytes of their paths, as in the second program.
 QStringList files_below(const QString& folder) {
     QStringList names;
     QDirIterator it(folder, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
@@ -89,7 +88,7 @@ void tst_second_reader::folder_data() {
     QTest::newRow("samples") << QStringLiteral(SAMPLES) << 7;
     QTest::newRow("awkward") << QStringLiteral("awkward") << 70;
     QTest::newRow("generated") << QStringLiteral("generated") << 60;
-    // A folder of real tables, where there is one.
+    // A folder of real tables, if there is one.
     if (qEnvironmentVariableIsSet("AEROLITH_TABLES"))
         QTest::newRow("given") << qEnvironmentVariable("AEROLITH_TABLES") << 1;
 }

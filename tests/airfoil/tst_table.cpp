@@ -78,7 +78,7 @@ void tst_table::rows_data() {
     QTest::newRow("area-of-nan-is-reversed")
         << QPolygonF{{1.0, 0.0}, {0.25, std::nan("")}, {0.5, 0.5}}
         << QStringLiteral("0.50000   0.50000 \t\n0.25000       nan \t\n");
-    // The edge that would close the outline does not count for the area.
+    // The edge that would close the outline does not contribute to the area.
     QTest::newRow("area-of-an-open-outline")
         << QPolygonF{{1.0, 0.5}, {0.5, 0.5}, {0.0, 0.5}, {0.0, 0.0}, {0.5, -0.25}}
         << QStringLiteral("0.50000   0.50000 \t\n0.00000   0.50000 \t\n"
@@ -177,7 +177,7 @@ void tst_table::number_texts() {
              QStringLiteral("0.50000   ") + text + QStringLiteral(" \t\n"));
 }
 
-// Any bits that a double can have, and any coordinate that a section can have.
+// Doubles of any bits, and coordinates within the range of sections.
 void tst_table::random_numbers() {
     QRandomGenerator random(5);
     QList<double> values = {0.0,
@@ -199,7 +199,7 @@ void tst_table::random_numbers() {
         std::memcpy(&value, &bits, sizeof value);
         values += value;
         values += (random.generateDouble() - 0.5) * 4.0;
-        // Halves of the last decimal, exact and nearly so.
+        // Exact and near ties in the last decimal.
         values += (double(random.bounded(200000)) + 0.5) * 1e-5;
         values += double(random.bounded(65536)) / 65536.0;
         values += (random.generateDouble() - 0.5) * 3e4;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Documents in which every member has a value of its own.
+// Documents in which every member has a distinct value.
 #include "filledrecords.h"
 
 #include "support/exactcompare.h"

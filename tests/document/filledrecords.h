@@ -1,23 +1,21 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Documents in which every member has a value of its own, and the comparison of all
-// members to the last bit.
+// Documents in which every member has a distinct value, and the comparison of all members bit for
+// bit.
 #pragma once
 
 #include "document/parastruct.h"
 
-/// A spline whose members differ from their start values and from those of every other
-/// seed.
+/// A spline whose members differ from their initial values and from those of every other seed.
 /// @param seed 1 or more
 SplineFoil filled_spline(int seed);
 
 /// A document of that kind.
 ParaStruct filled_record(int seed);
 
-/// A spline with uniform knots whose control points jump up and down from left to
-/// right. The count is stored as it is, the points are at most 30.
+/// A spline with uniform knots whose control points zigzag from left to right. The count is stored
+/// as it is; there are at most 30 points.
 SplineFoil zigzag(int count);
 
-/// The name of a member that differs, empty for none. Names of files are compared also
-/// for being null.
+/// The name of a member that differs, empty for none. For names of files, null and empty differ.
 QString different_member(const SplineFoil& a, const SplineFoil& b);
 QString different_member(const ParaStruct& a, const ParaStruct& b);

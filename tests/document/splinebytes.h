@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The bytes of a spline file, put together from the table of its items without
-// Qt's streams.
+// The bytes of a spline file, composed from the table of its items without QDataStream.
 #pragma once
 
 #include "document/parastruct.h"

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The frames of coordinates and the way of a spline between them.
+// The coordinate frames, and the conversion of a spline between them.
 #include "document/frames.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -186,7 +186,7 @@ void tst_frames::pinning_data() {
                                << false;
 }
 
-// The curve handed over is empty, so that the scaling leaves its mark.
+// The curve passed in is empty, so that scaling has a visible effect.
 void tst_frames::pinning() {
     QFETCH(int, count);
     QFETCH(QPointF, edge);

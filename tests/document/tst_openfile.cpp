@@ -35,7 +35,7 @@ QByteArray bytes_of(const QString& name) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// What reading leaves when nothing could be read: the stored items are 0.
+// The record when nothing could be read: the stored items are 0.
 ParaStruct nothing_read(const ParaStruct& before) {
     ParaStruct record = before;
     record.spline = SplineFoil();
@@ -54,8 +54,8 @@ SplineFoil loaded(const SplineFoil& stored, const SplineFoil& before) {
     return spline;
 }
 
-// While it lives a process of the superuser has the rights of nobody, whom files can
-// be forbidden.
+// During its lifetime a process of root has the rights of the user nobody, to whom permissions
+// apply.
 class OrdinaryUser {
 public:
     OrdinaryUser() : was_superuser(geteuid() == 0) {
@@ -210,7 +210,7 @@ void tst_openfile::write_refused() {
     QCOMPARE(QDir(folder.path()).entryList(QDir::AllEntries | QDir::Hidden), before);
 }
 
-// Such a device takes bytes and reports its error only when they are flushed.
+// Such a device accepts bytes and reports its error only when they are flushed.
 void tst_openfile::write_to_full_device() {
     const QString device = QStringLiteral("/dev/full");
     const OrdinaryUser user;
@@ -283,7 +283,7 @@ void tst_openfile::read_short_data() {
     QTest::newRow("text") << QByteArray("NACA 0012\n1.0 0.0\n");
 }
 
-// As from the same bytes in memory; there is no error.
+// The same as from these bytes in memory; there is no error.
 void tst_openfile::read_short() {
     QFETCH(QByteArray, bytes);
     const QString name = folder.filePath(QStringLiteral("short.spl"));
@@ -310,7 +310,7 @@ void tst_openfile::read_unreadable_data() {
 
 namespace {
 
-// Makes something that exists and cannot be read; false where that is not possible.
+// Makes a file that exists and cannot be read; false where that is impossible.
 bool make_unreadable(const QString& kind, const QString& name) {
     if (kind == QLatin1String("folder"))
         return QDir().mkpath(name);
@@ -322,7 +322,7 @@ bool make_unreadable(const QString& kind, const QString& name) {
 
 } // namespace
 
-// No message and success: the items are what a stream without bytes gives.
+// Succeeds without a message: the items are those of an empty stream.
 void tst_openfile::read_unreadable() {
     QFETCH(QString, kind);
     const QString name = folder.filePath(kind + QStringLiteral(".spl"));
@@ -343,7 +343,7 @@ void tst_openfile::read_unreadable() {
     QVERIFY(document->spline.make_SplinePoly().isEmpty());
 }
 
-// The whole record that was read into is copied to the document.
+// The record that was read is copied to the document as a whole.
 void tst_openfile::read_into_another_record() {
     const QString name = folder.filePath(QStringLiteral("other.spl"));
     write_bytes(name, spline_bytes(filled_spline(3)));

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The file dialogs: what they show and what they answer.
+// The file dialogs: what they show and what they return.
 #include "document/openfile.h"
 #include "support/modalguard.h"
 #include "support/testmain.h"
@@ -115,7 +115,7 @@ void tst_openfile_dialogs::dialogs() {
         ModalGuard::choose_file(name)(window);
         looked = true;
     };
-    // A dialog without a folder starts where the last one ended: elsewhere.
+    // A dialog without a folder starts where the last one ended, which is elsewhere.
     const QString elsewhere = folder.filePath(QStringLiteral("not there yet"));
     myOpenFile files;
     ModalGuard guard({ModalGuard::choose_file(elsewhere), look});

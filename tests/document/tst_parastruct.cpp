@@ -72,7 +72,7 @@ void tst_parastruct::one_document() {
 }
 
 void tst_parastruct::start_values() {
-    // Made over memory full of ones, so that nothing is 0 by chance.
+    // Constructed in memory full of ones, so that nothing is 0 by chance.
     alignas(ParaStruct) unsigned char memory[sizeof(ParaStruct)];
     std::fill(std::begin(memory), std::end(memory), static_cast<unsigned char>(0xff));
     auto* record = new (memory) ParaStruct;
@@ -247,8 +247,7 @@ void tst_parastruct::knots_of_impossible_counts_data() {
     QTest::newRow("greatest") << greatest_int;
 }
 
-// Whatever the count is, nothing beyond the arrays is written and the knots in use
-// can be worked with.
+// Whatever the count, nothing outside the arrays is written and the knots in use are valid.
 void tst_parastruct::knots_of_impossible_counts() {
     QFETCH(int, count);
     SplineFoil spline = filled_spline(1);

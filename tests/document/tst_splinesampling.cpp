@@ -20,7 +20,7 @@ const double infinity = std::numeric_limits<double>::infinity();
 const int least_int = std::numeric_limits<int>::min();
 const int greatest_int = std::numeric_limits<int>::max();
 
-// Where two curves differ first; one NaN is as good as another.
+// Where two curves first differ; all NaN are equal.
 QString first_unlike(const QPolygonF& actual, const QPolygonF& expected) {
     if (actual.size() != expected.size())
         return first_difference(actual, expected);
@@ -116,7 +116,7 @@ void tst_splinesampling::sample_count() {
     QCOMPARE(int(zigzag(count).make_SplinePoly().size()), samples);
 }
 
-// On a hat the x of a sample tells its parameter: a sum of steps, not a multiple.
+// On a hat function the x of a sample reveals its parameter: a sum of steps, not a multiple.
 void tst_splinesampling::parameter_is_accumulated() {
     SplineFoil line;
     line.num_pnt = 2;
@@ -249,7 +249,7 @@ void tst_splinesampling::same_bits_as_recursion() {
     }
 }
 
-// Values that are kept between calls must not outlive what they were made from.
+// Values cached between calls must not outlive their inputs.
 void tst_splinesampling::each_change_is_seen() {
     SplineFoil spline = zigzag(8);
     const auto check = [&spline] {

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The bytes of spline files: written, read, cut short and hostile.
+// The bytes of spline files: written, read, truncated and hostile.
 #include "document/parastruct.h"
 #include "filledrecords.h"
 #include "splinebytes.h"
@@ -52,7 +52,7 @@ QString differing_byte(const QByteArray& actual, const QByteArray& expected) {
     return {};
 }
 
-// A record after reading nothing: the spline's stored items are 0, all else is kept.
+// A record after reading nothing: the spline's stored items are 0, everything else is kept.
 ParaStruct with_empty_spline(const ParaStruct& before) {
     ParaStruct record = before;
     record.spline = SplineFoil();
@@ -192,7 +192,7 @@ void tst_splinestream::bytes_of_numbers_data() {
     row("least", 0x0000000000000001u);
 }
 
-// Every place of a number keeps all its bits, there and back.
+// Every number keeps all its bits when written and read.
 void tst_splinestream::bytes_of_numbers() {
     QFETCH(quint64, bits);
     const double value = from_bits(bits);
@@ -282,7 +282,7 @@ void tst_splinestream::read_numbers_data() {
     QTest::newRow("nan") << std::numeric_limits<double>::quiet_NaN();
 }
 
-// Numbers that no curve can be drawn from are loaded all the same, and can be sampled.
+// Numbers that give no drawable curve are loaded anyway, and can be sampled.
 void tst_splinestream::read_numbers() {
     QFETCH(double, value);
     SplineFoil source = zigzag(6);
@@ -352,7 +352,7 @@ void tst_splinestream::read_two_in_a_row() {
     QVERIFY(stream.atEnd());
 }
 
-// What is there whole is taken, what is missing is 0.
+// Complete items are read, missing ones are 0.
 void tst_splinestream::read_short_at_every_byte() {
     SplineFoil source = filled_spline(1);
     source.airfoilName = QStringLiteral("name.spl");
@@ -398,8 +398,8 @@ void tst_splinestream::read_odd_name_lengths_data() {
     QTest::newRow("just-below-null") << 0xfffffffeu << false;
 }
 
-// An odd length stands for no text, and the items follow it at once; an even one that
-// the file cannot hold takes all the rest.
+// An odd length means no text, and the items follow immediately; an even length greater than the
+// file consumes the rest.
 void tst_splinestream::read_odd_name_lengths() {
     QFETCH(quint32, length);
     QFETCH(bool, goes_on);

@@ -9,8 +9,7 @@
 
 #include <cmath>
 
-/// Parameters that meet every span of every knot vector here, both sides of knots
-/// included.
+/// Parameters in every span of every knot vector here, including both sides of the knots.
 inline QList<double> dense_parameters() {
     QList<double> parameters;
     for (int i = 1; i < 250; ++i)
@@ -32,7 +31,7 @@ inline QList<double> uniform_knots(int count, int degree) {
     return knots;
 }
 
-/// Control points that no symmetry favours.
+/// Control points without symmetry.
 inline QList<QPointF> zigzag(int count) {
     QList<QPointF> points;
     for (int i = 0; i < count; ++i)

@@ -442,7 +442,7 @@ void tst_b_spline::not_finite_points_data() {
     QTest::newRow("infinite-y") << QPointF(1.0, -infinity);
 }
 
-// A weight of 0 times infinity is NaN: the whole curve is, in that coordinate only.
+// A weight of 0 times infinity is NaN, so the whole curve is NaN, but only in that coordinate.
 void tst_b_spline::not_finite_points() {
     QFETCH(QPointF, bad);
     QList<QPointF> points = zigzag(8);

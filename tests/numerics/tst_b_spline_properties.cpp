@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What holds for every B-spline curve, whatever its points.
+// Properties of every B-spline curve, whatever its points.
 #include "curves.h"
 #include "numerics/b_spline.h"
 #include "support/exactcompare.h"
@@ -53,8 +53,8 @@ void tst_b_spline_properties::partition_by_the_sum_data() {
     add_count_rows();
 }
 
-// Where all functions that reach a parameter are summed, the sum is 1; towards the
-// ends it is less, but never 0.
+// The sum of all functions that are not 0 at a parameter is 1; towards the ends it is less, but
+// never 0.
 void tst_b_spline_properties::partition_by_the_sum() {
     QFETCH(int, count);
     QFETCH(int, degree);
@@ -169,7 +169,7 @@ void tst_b_spline_properties::convex_hull_data() {
     add_count_rows();
 }
 
-// Each point lies in the hull of the degree + 1 control points that reach it: in no
+// Each point lies in the convex hull of the degree + 1 control points that affect it: in no
 // direction farther out than the farthest of them.
 void tst_b_spline_properties::convex_hull() {
     QFETCH(int, count);
@@ -205,8 +205,8 @@ void tst_b_spline_properties::reversal_symmetry() {
         const double t = i / 4096.0;
         const QPointF there = curve_point(points, degree, knots, t);
         const QPointF back = curve_point(reversed, degree, knots, 1.0 - t);
-        // From degree 1 on the curve is continuous, so a knot that rounding has put on
-        // the other side of t does no harm.
+        // From degree 1 on the curve is continuous, so a knot that rounding has moved to the other
+        // side of t does no harm.
         COMPARE_NEAR(back.x(), there.x(), 1e-9);
         COMPARE_NEAR(back.y(), there.y(), 1e-9);
     }
@@ -216,8 +216,8 @@ void tst_b_spline_properties::linear_precision_data() {
     add_count_rows();
 }
 
-// With the control points at the means of the inner knots of their functions the
-// curve is the straight line, at its parameter, where the sum is 1.
+// With the control points at the means of the inner knots of their functions, the curve is the
+// identity where the sum is 1.
 void tst_b_spline_properties::linear_precision() {
     QFETCH(int, count);
     QFETCH(int, degree);

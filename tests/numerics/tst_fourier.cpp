@@ -66,7 +66,7 @@ Values plain_contour(int N, const Values& y) {
     return out;
 }
 
-// How far the fitted series stays from its own samples.
+// How far the fitted series is from its samples.
 double largest_residual(int N, const Values& y) {
     Fit fit(N, y);
     double most = 0.0;
@@ -84,8 +84,8 @@ double largest_difference(const Values& a, const Values& b) {
     return a.size() == b.size() ? most : nan_value;
 }
 
-// The four-digit section of 12 % thickness and 2 % camber at 40 % of chord, from the
-// trailing edge over the upper side and back in one turn.
+// A four-digit section of 12 % thickness and 2 % camber at 40 % of chord, once round from the
+// trailing edge along the upper side.
 QPointF section_point(double turn) {
     const double x = (1.0 + std::cos(turn)) / 2.0;
     const double half = 0.6 * (0.2969 * std::sqrt(x) - 0.126 * x - 0.3516 * x * x +
@@ -188,7 +188,7 @@ void tst_fourier::linearity() {
     QVERIFY(largest_difference(contour(100, mixed), expected) < 1e-12);
 }
 
-// Around the numbers of samples that fill whole blocks of the fit, and the largest order.
+// Near the numbers of samples that fill whole blocks of the fit, and the largest order.
 void tst_fourier::equals_the_plain_sums_data() {
     QTest::addColumn<int>("N");
     for (const int N : {1, 2, 3, 4, 5, 8, 12, 13, 99, 499, 500})
@@ -201,9 +201,9 @@ void tst_fourier::equals_the_plain_sums() {
     QVERIFY(largest_difference(contour(N, y), plain_contour(N, y)) < 1e-12);
 }
 
-// The last two harmonics are not in the series and the closing term stands at a fixed
-// angle, so y comes back as well as the series converges: the kink of the camber line at
-// 40 % of chord decides. In x, a pure cosine, what the short Pi leaves grows with the order.
+// The last two harmonics are not in the series and the closing term has a fixed angle, so y is
+// reproduced as well as the series converges, which the kink of the camber line at 40 % of chord
+// limits. In x, a pure cosine, the error of the short Pi grows with the order.
 void tst_fourier::section_fit_reproduces_the_samples_data() {
     QTest::addColumn<int>("N");
     QTest::addColumn<double>("x_figure");
@@ -240,7 +240,7 @@ void tst_fourier::Pi_is_taken_as_given() {
     Init_fu_fields(4, An.data(), Bn.data(), Tp.data(), fYn.data(), func.data());
     COMPARE_BITS(Tp[4], 3.141592653);
     COMPARE_BITS(f_theta(500, 1000), 3.141592653);
-    // The cosine of a quarter turn: half of what Pi falls short of pi.
+    // The cosine of a quarter turn: half the error of Pi.
     Values one_cosine = {0.0, 1.0, 0.0, 0.0};
     Values none(4);
     COMPARE_NEAR(f_k_value(4, one_cosine.data(), none.data(), 250), 2.948966e-10, 1e-15);
@@ -284,7 +284,7 @@ void tst_fourier::f_theta_exact_values() {
     const double last = f_theta(999, 1000);
     QVERIFY(last < TwoPi && last > TwoPi - 0.2);
     COMPARE_NEAR(last, TwoPi - Pi * std::sqrt(std::sin(Pi / 1000)), 1e-15);
-    // Half of an odd count is cut to an integer: sample 3 of 7 is on the first branch.
+    // Half of an odd count is truncated: sample 3 of 7 is on the first branch.
     COMPARE_NEAR(f_theta(3, 7), Pi * std::sqrt(std::sin(3 * Pi / 7)), 1e-15);
     COMPARE_NEAR(f_theta(4, 7), Pi * (2.0 - std::sqrt(std::sin(3 * Pi / 7))), 1e-15);
     QVERIFY(std::isnan(f_theta(-1, 1000)) && std::isnan(f_theta(1001, 1000)));
@@ -367,7 +367,7 @@ void tst_fourier::Fourier_Skeleton_drops_the_sines() {
     Fourier_Skeleton(41, 30, y.data(), out.data());
     for (int k = 0; k < 41; ++k)
         COMPARE_BITS(out[std::size_t(k)], f_value(41, 30, fit.An.data(), no_sines.data(), k));
-    // Without sines the two ends of the turn meet.
+    // Without sine terms the two ends of the turn meet.
     COMPARE_NEAR(out[0], out[40], 1e-6);
 }
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The Fourier functions at the ends of their ranges: sizes, orders, thresholds, input
-// that is no number.
+// The Fourier functions at the ends of their ranges: sizes, orders, thresholds, input that is not a
+// number.
 #include "numerics/constants.h"
 #include "numerics/fourier.h"
 #include "support/exactcompare.h"
@@ -24,7 +24,7 @@ const double infinity = std::numeric_limits<double>::infinity();
 const int least_int = std::numeric_limits<int>::min();
 const int greatest_int = std::numeric_limits<int>::max();
 
-// An output array of exactly the promised size, with a mark behind it.
+// An output array of exactly the stated size, followed by a guard value.
 class Guarded {
 public:
     explicit Guarded(int size) : values(std::size_t(size) + 1, MARK) {}
@@ -144,7 +144,7 @@ void tst_fourier_limits::order_0_or_less_gives_zeros_data() {
     QTest::newRow("least-int") << least_int;
 }
 
-// No array but the outputs exists here, so any access to one would be a crash.
+// Only the outputs exist here, so access to any other array would crash.
 void tst_fourier_limits::order_0_or_less_gives_zeros() {
     QFETCH(int, order);
     Guarded An(1);
@@ -221,7 +221,8 @@ void tst_fourier_limits::Fourier_Derivate_needs_dx_of_1() {
     }
     QVERIFY(steep > 10 && steep < n - 10);
 
-    // Exactly 1 is enough: the factor is searched among neighbours, for rounding scatters dx.
+    // Exactly 1 is enough: the factor is searched for among neighbouring doubles, because dx is
+    // rounded.
     Values unit = x;
     const auto first_dx = [&](double factor) {
         for (std::size_t k = 0; k < x.size(); ++k)

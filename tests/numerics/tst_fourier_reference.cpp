@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The Fourier functions against sums of 50 digits, stored by dev/fourier_reference.py.
-// Each row prints the largest error, as a part of the largest input.
+// The Fourier functions against sums of 50 digits, stored by dev/fourier_reference.py. Each row
+// prints the largest error as a fraction of the largest input.
 #include "numerics/constants.h"
 #include "numerics/fourier.h"
 #include "support/exactcompare.h"

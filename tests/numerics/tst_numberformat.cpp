@@ -16,7 +16,7 @@ const double infinity = std::numeric_limits<double>::infinity();
 const char* const american = "en_US";
 const char* const german = "de_DE";
 
-// Sets the locale of the number texts until the guard goes.
+// Sets the locale of the number texts during the lifetime of the guard.
 [[nodiscard]] auto use_locale(const QString& name) {
     const QLocale old;
     QLocale::setDefault(QLocale(name));
@@ -95,7 +95,7 @@ void tst_numberformat::whole_number_data() {
     row("grouped-below-zero", american, -1234567, "-1,234,567");
     row("no-exponent", american, 1000000000, "1,000,000,000");
     row("german", german, 1234567, "1.234.567");
-    // A double has no number between this one and the next but one.
+    // No double lies between this number and the next but one.
     row("beyond-a-double", american, (1LL << 53) + 1, "9,007,199,254,740,992");
     row("least", american, std::numeric_limits<long>::min(), "-9,223,372,036,854,775,808");
 }
@@ -152,7 +152,7 @@ void tst_numberformat::table_number() {
     QCOMPARE(R_out6(x), text);
 }
 
-// The text before the point, and seven characters for the point and what follows.
+// The text before the point, and seven characters for the point and the decimals.
 void tst_numberformat::table_number_of_every_length() {
     for (int i = -20000; i <= 20000; ++i) {
         const double x = i / 16384.0;

@@ -243,7 +243,7 @@ void tst_transform::number_between() {
 
 void tst_transform::mean_of_four() {
     COMPARE_BITS(Center4pnt({0.0, 0.0}, {4.0, 0.0}, {4.0, 2.0}, {0.0, 10.0}), QPointF(2.0, 3.0));
-    // Added from left to right: 1e17 swallows the 1 before -1e17 takes it away.
+    // Added from left to right: 1e17 absorbs the 1 before -1e17 cancels it.
     COMPARE_BITS(Center4pnt({1.0, 0.0}, {1e17, 0.0}, {-1e17, 0.0}, {4.0, 0.0}), QPointF(1.0, 0.0));
 }
 
@@ -255,7 +255,7 @@ void tst_transform::mean_of_polygon_data() {
     QTest::newRow("two-vertices") << QPolygonF{{0.0, 0.0}, {4.0, 2.0}} << QPointF(2.0, 1.0);
     QTest::newRow("square") << QPolygonF{{0.0, 0.0}, {4.0, 0.0}, {4.0, 4.0}, {0.0, 4.0}}
                             << QPointF(2.0, 2.0);
-    // Of vertices, not of area: the repeated one counts twice.
+    // The mean of the vertices, not the centroid: the repeated one counts twice.
     QTest::newRow("closed-square")
         << QPolygonF{{0.0, 0.0}, {5.0, 0.0}, {5.0, 5.0}, {0.0, 5.0}, {0.0, 0.0}}
         << QPointF(2.0, 2.0);
@@ -295,7 +295,7 @@ void tst_transform::scaled_polygon() {
     COMPARE_POLYGON_BITS(factorPoly(polygon, factor), scaled);
 }
 
-// Rounding shows any other order of the operations at one point or another.
+// At some point, rounding reveals any other order of the operations.
 void tst_transform::scaled_polygon_rounds_the_differences() {
     QPolygonF polygon;
     for (int i = 1; i <= 50; ++i)
@@ -454,7 +454,7 @@ void tst_transform::centroid() {
     COMPARE_NEAR(actual.y(), (a.y() + b.y() + c.y()) / 3, 0.001);
 }
 
-// Its first vertex, unchanged; at the limit one step is made.
+// The first vertex, unchanged; at the limit there is one step.
 void tst_transform::centroid_of_small_triangle() {
     const QPointF a(0.1, 0.2);
     COMPARE_BITS(Sqeeze(a, a, a), a);
@@ -482,7 +482,7 @@ void tst_transform::centroid_ends() {
     Sqeeze(near, bad, near);
     Sqeeze(near, near, bad);
     Sqeeze(bad, bad, bad);
-    // The steps suffice for the greatest triangle, whose halves are exact here.
+    // The steps are enough for the largest triangle, whose halves are exact here.
     const double far = std::ldexp(1.0, 1020);
     const QPointF left(-far, 0.0);
     const QPointF right(far, 0.0);

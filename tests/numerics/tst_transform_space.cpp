@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Space geometry and sums, which carry single precision, and integration.
+// Space geometry and sums, in single precision, and integration.
 #include "numerics/transform.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -130,7 +130,7 @@ void tst_transform_space::simpson_data() {
     QTest::newRow("last-weight") << 4 << 3.0 << QList<double>{0, 0, 0, 0, 1} << 1.0;
     QTest::newRow("beyond-n") << 2 << 3.0 << QList<double>{0, 0, 0, nan_value} << 0.0;
     QTest::newRow("step") << 2 << 0.5 << QList<double>{1, 1, 1} << 4.0 / 3.0;
-    // Without a first value it is the textbook rule, exact for cubic functions.
+    // With a first value of 0 it is the textbook rule, exact for cubic functions.
     QTest::newRow("cube") << 2 << 1.0 << QList<double>{0, 1, 8} << 4.0;
     QTest::newRow("no-steps") << 0 << 3.0 << QList<double>{5} << 10.0;
     QTest::newRow("odd-n") << 1 << 3.0 << QList<double>{1, 1} << 4.0;
@@ -221,8 +221,8 @@ void tst_transform_space::normal_to_line() {
     COMPARE_VECTOR(NormalToLine(a, b, p), normal);
 }
 
-// The quotient of the dot products, which are single, is formed in double, and each
-// component is rounded after its product with it.
+// The dot products are single precision, their quotient is double, and each component is rounded
+// after the multiplication by it.
 void tst_transform_space::normal_to_line_in_double() {
     QRandomGenerator random(6);
     int differs_from_single = 0;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Coordinate tables that a reader can trip over.
+// Coordinate tables that may break a reader.
 #include "support/awkwardtables.h"
 
 #include "support/tablegenerator.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-constexpr int limit = 1000;  // rows that fixed arrays of old programs held
+constexpr int limit = 1000;  // rows in the fixed arrays of old programs
 constexpr int many = 100000; // rows of a table that no designer writes
 
 // Keeps NUL bytes, which end a plain literal.
@@ -144,7 +144,8 @@ QList<AwkwardTable> numbers() {
         {"below-least-double", "1.0 -0." + QByteArray(400, '0') + "1" + rest, 3},
         {"sixteen-decimals",
          "1.0000000000000000 0.0\n0.3333333333333333 0.1234567890123456\n0.0 0.0\n", 3},
-        // Next to the middle of two singles: the last bit of the double decides.
+        // Close to the midpoint of two single-precision numbers: the last bit of the double
+        // decides.
         {"middles-of-singles",
          "0.757981210947036792 -0.613587290048599304\n0.142895244061946856 "
          "0.155786506831645940\n0.59991344809532156 -0.99795833230018620\n",

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Coordinate tables that a reader can trip over, each with the size of the outline
-// that it gives.
+// Coordinate tables that may break a reader, each with the size of its outline.
 #pragma once
 
 #include <QByteArray>
@@ -14,10 +13,10 @@ struct AwkwardTable {
     int points;       ///< Points of its outline in file units, counted by hand.
 };
 
-/// The catalogue; no name occurs twice.
+/// All awkward tables; no name occurs twice.
 const QList<AwkwardTable>& awkward_tables();
 
-/// Each layout with 100,000 rows. They are made by the call: some megabytes.
+/// Each layout with 100,000 rows, generated on each call: some megabytes.
 QList<AwkwardTable> endless_tables();
 
 /// The table of this name; an empty one if there is none.

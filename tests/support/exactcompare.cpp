@@ -15,7 +15,7 @@ quint64 bits_of(double value) {
     return bits;
 }
 
-// Maps doubles to integers such that neighbours differ by 1 and both zeros meet.
+// Maps doubles to integers so that neighbours differ by 1 and both zeros coincide.
 qint64 ordered(double value) {
     const auto bits = qint64(bits_of(value));
     return bits < 0 ? std::numeric_limits<qint64>::min() - bits : bits;

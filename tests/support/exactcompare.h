@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Comparison of floating-point values to the last bit. The test library's own
-// comparison takes neighbouring doubles, points and polygons as equal.
+// Comparison of floating-point values bit for bit. The comparison of Qt Test treats neighbouring
+// doubles, points and polygons as equal.
 #pragma once
 
 #include <QPointF>
@@ -17,14 +17,14 @@ bool same_bits(double a, double b);
 bool same_bits(QPointF a, QPointF b);
 bool same_bits(const QPolygonF& a, const QPolygonF& b);
 
-/// Decimal and hexadecimal writing of a value, for messages.
+/// Decimal and hexadecimal notation of a value, for messages.
 QString exact_text(double value);
 QString exact_text(QPointF value);
 
-/// The greater one, or a NaN if there is one: std::max() drops it.
+/// The greater value, or NaN if either is one: std::max() would drop it.
 double max_or_nan(double a, double b);
 
-/// Where two polygons differ first, empty for none.
+/// Where two polygons first differ; empty if they are equal.
 QString first_difference(const QPolygonF& actual, const QPolygonF& expected);
 
 /// Fails the test unless the two doubles or points have the same bits.

@@ -19,8 +19,7 @@ constexpr int watch_interval = 2000; // ms
 
 int living_guards = 0;
 
-// The window that the user would have to answer now. The main window is a modal one, too,
-// but waits for no answer.
+// The window that waits for the user. The main window is modal too, but needs no answer.
 QWidget* waiting_window() {
     QWidget* popup = QApplication::activePopupWidget();
     QWidget* window = popup ? popup : QApplication::activeModalWidget();
@@ -95,8 +94,8 @@ void ModalGuard::look() {
     window->installEventFilter(this);
     windows.append(describe(window));
     const Reaction reaction = reactions.isEmpty() ? dismiss() : reactions.takeFirst();
-    // Not called from here: while a timer's slot runs, the timer stands still, and the
-    // reaction may open the next window.
+    // Not called directly: a timer does not fire while its slot runs, and the reaction may open the
+    // next window.
     QTimer::singleShot(0, window, [reaction, window] { reaction(window); });
 }
 

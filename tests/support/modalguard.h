@@ -27,9 +27,8 @@ struct ModalSeen {
     QStringList entries;        ///< Texts of the entries of a menu.
 };
 
-/// While it lives, answers each modal window that comes, the first one with the first
-/// reaction and so on; windows beyond the reactions are dismissed. Start it before the
-/// call that opens the window.
+/// During its lifetime, answers each modal window that opens: the first with the first reaction and
+/// so on. Further windows are dismissed. Create it before the call that opens the window.
 ///
 ///     ModalGuard guard({ModalGuard::choose_file(path), ModalGuard::press(QMessageBox::No)});
 ///     window.on_actionSave_triggered();
@@ -42,14 +41,14 @@ public:
     explicit ModalGuard(const QList<Reaction>& answers = {});
     ~ModalGuard() override;
 
-    /// How many windows have come.
+    /// The number of windows so far.
     int count() const { return int(windows.size()); }
 
-    /// The @p index-th window that came; an empty record if there was none.
+    /// The @p index-th window; an empty record if there was none.
     ModalSeen seen(int index = 0) const { return windows.value(index); }
 
-    /// How many windows stood open until the guard lost its patience and closed them,
-    /// because their reaction did not.
+    /// The number of windows that the guard had to close after a time because their reaction did
+    /// not.
     int forced() const { return forced_count; }
 
     /// @name Reactions
@@ -68,7 +67,7 @@ public:
     static Reaction choose_entry(const QString& text);
     /// @}
 
-    /// Whether a guard lives.
+    /// Whether a guard exists.
     static bool is_active();
 
 protected:
@@ -85,8 +84,8 @@ private:
     int forced_count = 0;
 };
 
-/// Fails the running test and closes the window when a modal one stands open that no
-/// guard answers. Lives for the whole test program.
+/// Fails the running test and closes the window when a modal window is open that no guard answers.
+/// Exists for the whole test program.
 class ModalWatch {
 public:
     ModalWatch();

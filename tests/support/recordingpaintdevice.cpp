@@ -187,8 +187,7 @@ public:
         add(PaintOperation::Path).rect = path.controlPointRect();
     }
 
-    // A text of several scripts arrives in pieces, which follow each other on one
-    // base line.
+    // A text of several scripts arrives in pieces, consecutive on one baseline.
     void drawTextItem(const QPointF& position, const QTextItem& item) override {
         PaintOperation& op = add(PaintOperation::Text);
         op.position = position;
@@ -268,7 +267,7 @@ QStringList RecordingPaintDevice::out_of_bounds(double limit) const {
     QStringList found;
     for (const PaintOperation& op : engine->operations) {
         for (const QPointF point : op.device_points()) {
-            // Negated, so that a NaN is found.
+            // Negated, so that NaN is found too.
             if (!(std::abs(point.x()) <= limit && std::abs(point.y()) <= limit)) {
                 found << paint_log({op});
                 break;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A paint device that keeps what is drawn on it as operations instead of pixels, so
-// that a picture can be checked without fonts or rasterisation playing a part.
+// A paint device that records operations instead of pixels, so that a picture can be checked
+// independently of fonts and rasterisation.
 #pragma once
 
 #include <QBrush>
@@ -18,7 +18,7 @@
 
 #include <memory>
 
-/// One thing drawn, with the state of the painter that it was drawn in.
+/// One drawing operation, with the state of the painter.
 struct PaintOperation {
     enum Kind { Line, Ellipse, Polygon, Polyline, Rectangle, Points, Path, Text, Image };
 
@@ -29,7 +29,7 @@ struct PaintOperation {
     QTransform view;  ///< From the coordinates below to pixels of the device.
     QPolygonF points; ///< Line: its two ends; Polygon, Polyline, Points: the vertices.
     QRectF rect;      ///< Ellipse, Rectangle, Path, Image: the extent.
-    QPointF position; ///< Text: start of the base line.
+    QPointF position; ///< Text: start of the baseline.
     QString text;     ///< Text only.
     Qt::FillRule fill = Qt::OddEvenFill; ///< Polygon only.
 
@@ -40,7 +40,7 @@ struct PaintOperation {
     QPolygonF device_points() const;
 };
 
-/// Records on any engine but the raster one: who paints onto it paints live.
+/// Records on a paint engine other than the raster engine, so that no cached image is drawn.
 class RecordingPaintDevice : public QPaintDevice {
 public:
     /// @param size pixels
@@ -53,13 +53,13 @@ public:
     QList<PaintOperation> operations(PaintOperation::Kind kind) const;
     void clear();
 
-    /// One line of text an operation, preceded by the pen, brush and view it is drawn
-    /// with where they have changed and matter to it. Coordinates to four decimals,
-    /// long rows of vertices broken and indented.
+    /// One line of text for each operation, preceded by its pen, brush and view where they have
+    /// changed and matter to it. Coordinates have four decimals; long lists of vertices are wrapped
+    /// and indented.
     QStringList log() const;
 
-    /// Operations with a device coordinate that is not finite or beyond @p limit
-    /// pixels, as lines of the log; empty for none.
+    /// Operations with a device coordinate that is not finite or exceeds @p limit pixels, as lines
+    /// of the log; empty for none.
     QStringList out_of_bounds(double limit = 1e6) const;
 
 protected:
@@ -75,13 +75,13 @@ private:
 /// The operations as lines of text, see RecordingPaintDevice::log().
 QStringList paint_log(const QList<PaintOperation>& operations);
 
-/// A pen as the log writes it, for example "pen #8b0000 cosmetic dot square bevel".
+/// A pen in the notation of the log, for example "pen #8b0000 cosmetic dot square bevel".
 QString pen_text(const QPen& pen);
 
-/// Where two logs differ first, with some lines before; empty for none.
+/// Where two logs first differ, with the lines before; empty if they are equal.
 QString first_log_difference(const QStringList& actual, const QStringList& expected);
 
 /// Compares a log with the file @p name (without folder) in the folder @p folder. With
 /// the environment variable AEROLITH_UPDATE_GOLDEN set, writes the file instead.
-/// @return what differs; empty for none
+/// @return the difference; empty for none
 QString golden_difference(const QString& folder, const QString& name, const QStringList& log);

@@ -11,7 +11,7 @@
 
 namespace {
 
-// What a reader may meet between two line ends, whole and broken.
+// What may occur between two line ends, valid and damaged.
 const QByteArray pieces[] = {
     "0.5",
     "1",

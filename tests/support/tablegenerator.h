@@ -10,13 +10,13 @@ class QRandomGenerator;
 enum class TableKind {
     Clean,     ///< One of the three layouts, plain rows.
     Decorated, ///< With titles, brackets, tabs, decimal commas, CR LF, a byte-order mark.
-    Dirty,     ///< With rows of loose pieces of tables: signs, letters, stray bytes, CR, NUL.
-    Noise,     ///< Bytes without any order.
+    Dirty,     ///< With rows of random pieces of tables: signs, letters, stray bytes, CR, NUL.
+    Noise,     ///< Random bytes.
     Wide,      ///< A decorated table in UTF-16 or UTF-32 with a byte-order mark.
 };
 
-/// A table of @p rows lines or so.
+/// A table of about @p rows lines.
 QByteArray generated_table(TableKind kind, quint32 seed, int rows);
 
-/// A line of loose pieces, without a line end.
+/// A line of random pieces, without a line end.
 QByteArray generated_pieces(QRandomGenerator& random, int most);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Expected warnings, and the surroundings of a test process.
+// Expected warnings, and the environment of a test process.
 #include "support/testmain.h"
 
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The main functions of the tests: in every test function a warning of Qt
-// that nobody expected is a failure, and no modal window waits for ever.
+// The main functions of the tests: an unexpected warning from Qt fails the test function, and no
+// modal window waits for ever.
 #pragma once
 
 #include "support/modalguard.h"
@@ -13,8 +13,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-/// Takes warnings that contain a text out of Qt's output while it lives: for
-/// warnings whose number is of no interest. (QTest::ignoreMessage() wants each one told.)
+/// During its lifetime, removes warnings that contain a text from Qt's output: for warnings in any
+/// number. (QTest::ignoreMessage() has to announce each one.)
 class ExpectedWarnings {
 public:
     explicit ExpectedWarnings(const QString& text);
@@ -22,7 +22,7 @@ public:
     ExpectedWarnings(const ExpectedWarnings&) = delete;
     ExpectedWarnings& operator=(const ExpectedWarnings&) = delete;
 
-    /// How many have come.
+    /// The number of warnings so far.
     int count() const { return came; }
 
 private:
@@ -34,10 +34,9 @@ private:
     QtMessageHandler previous;
 };
 
-/// A test object that calls QTest::failOnWarning() before each of its functions. The
-/// test library forgets the call at the end of a test function, and an init() function
-/// of a base class would be hidden by one in the test; so the call is made where all
-/// functions are dispatched.
+/// A test object that calls QTest::failOnWarning() before each of its functions. Qt Test forgets
+/// the call at the end of a test function, and an init() of a base class would be hidden by one in
+/// the test. So the call is made where all functions are dispatched.
 template<typename Test>
 class GuardedTest : public Test {
 public:
@@ -51,7 +50,7 @@ public:
     }
 
 private:
-    // All but what the offscreen platform says of every window.
+    // All but a message of the offscreen platform about every window.
     static QString pattern() { return QStringLiteral("^(?!This plugin does not support )"); }
 
     static void dispatch(QObject* object, QMetaObject::Call call, int index, void** arguments) {
@@ -61,8 +60,8 @@ private:
     }
 };
 
-/// What has to be set before the application object: Qt's own dialogs, and a
-/// home folder for this run alone, since file dialogs keep their history there.
+/// Settings needed before the application object exists: Qt's own dialogs, and a home folder for
+/// this run alone, because file dialogs keep their history there.
 class TestProcess {
 public:
     TestProcess();
