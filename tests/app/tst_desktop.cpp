@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The window among other programs of a desktop: dark themes, dense screens, assistive
-// technology and the order of the Tab key.
+// The window on a desktop: dark themes, high-density screens, assistive technology and the tab
+// order.
 #include "app/mainwindow.h"
 #include "support/testmain.h"
 #include "windowsupport.h"
@@ -34,7 +34,7 @@ double contrast(const QColor& a, const QColor& b) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
-// The ground of the canvas in a picture of the window, between the grid's lines.
+// The background of the canvas in a picture of the window, between the grid lines.
 QColor ground_of(MainWindow& window) {
     const EditSpline& editor = *window.spline_widget;
     const QPoint between(editor.xc + editor.L_T / 20, editor.yc - editor.L_T / 20);
@@ -56,7 +56,7 @@ bool fields_are_readable(MainWindow& window) {
                least_contrast;
 }
 
-// Windows are told of a change only while the program runs.
+// Windows receive the change only in the event loop.
 void change_palette(const QPalette& palette) {
     QTimer::singleShot(0, qApp, [&palette] {
         QApplication::setPalette(palette);
@@ -80,7 +80,7 @@ QFont font_of_size(int pixels, bool bold = false) {
     return font;
 }
 
-// Whether a label shows as many pixels of its text as it does where there is room.
+// Whether a label shows as many pixels of its text as with enough room.
 bool text_is_whole(QLabel* label) {
     const auto text_pixels = [&] {
         const QImage image = label->grab().toImage();
@@ -108,7 +108,7 @@ QImage picture_at_ratio(EditSpline& editor, int ratio) {
     return image;
 }
 
-// How far white reaches downwards from a pixel.
+// How far white extends downwards from a pixel.
 int white_height(const QImage& image, QPoint from) {
     int y = from.y();
     while (y < image.height() && image.pixelColor(from.x(), y) == QColor(Qt::white))
@@ -147,7 +147,7 @@ void tst_desktop::ground_is_light_data() {
     QTest::newRow("dark") << QColor(45, 45, 48) << false;
     QTest::newRow("black") << QColor(Qt::black) << false;
     QTest::newRow("dark-blue") << QColor(20, 24, 60) << false;
-    // As light as a light grey by the mean of the channels, and yet too dark for dark lines.
+    // As light as a light grey by the mean of the channels, but too dark for dark lines.
     QTest::newRow("bright-blue") << QColor(81, 81, 255) << false;
     QTest::newRow("bright-red") << QColor(255, 81, 81) << false;
     QTest::newRow("bluish-grey") << QColor(130, 150, 206) << false;
@@ -247,7 +247,7 @@ void tst_desktop::dense_screen_data() {
     QTest::newRow("ratio-3") << 3;
 }
 
-// The same things at the same places in logical pixels, however dense the screen is.
+// The same items at the same places in logical pixels, whatever the density of the screen.
 void tst_desktop::dense_screen() {
     QFETCH(int, ratio);
     MainWindow window;

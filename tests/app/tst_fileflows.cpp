@@ -41,7 +41,7 @@ namespace {
 
 constexpr int whole_size = 3404;
 
-/// The document's spline as a file would hold it.
+/// The document's spline as the bytes of a file.
 QByteArray state_of(const MainWindow& window) {
     return spline_file_bytes(window.p->spline);
 }
@@ -54,7 +54,7 @@ ModalGuard::Reaction choose_and_then(const QString& name, const std::function<vo
     };
 }
 
-/// A name in the file system that exists and cannot be opened by anyone.
+/// A file that exists but that nobody can open.
 class Socket {
 public:
     explicit Socket(const QString& name) : descriptor(socket(AF_UNIX, SOCK_STREAM, 0)) {
@@ -99,7 +99,7 @@ void tst_fileflows::spline_is_opened() {
     QCOMPARE(guard.count(), 1);
     QCOMPARE(window.p->spline.num_pnt, 10);
     QCOMPARE(window.p->spline.num_knt, 13);
-    // The knots are those of the file: they are not made anew.
+    // The knots are those of the file: they are not recomputed.
     for (int i = 0; i < 13; ++i)
         COMPARE_BITS(window.p->spline.b_knots[i], drawn.b_knots[i]);
     QCOMPARE(window.p->spline.airfoilName, QStringLiteral("/stored/path.spl"));
@@ -160,8 +160,7 @@ void tst_fileflows::cancelled_spline_leaves_no_curve() {
     settle(window);
     QCoreApplication::processEvents();
     QVERIFY(!window.spline_widget->spline_poly.isEmpty());
-    // With another window active, the dialog changes nothing about this one that would
-    // paint it.
+    // With another window active, the dialog does not cause a paint of this one.
     QWidget other;
     SHOW(other);
     const PaintCount paints(window.spline_widget);
@@ -277,7 +276,7 @@ void tst_fileflows::file_that_does_not_open() {
     const PaintCount paints(window.spline_widget);
     ModalGuard guard({ModalGuard::choose_file(name)});
     window.actionOpen_foil_spline->trigger();
-    // The reading goes on, finds zeros, and counts as done.
+    // Reading continues, yields zeros, and counts as successful.
     QCOMPARE(guard.count(), 1);
     QCOMPARE(state_of(window).toHex(), QByteArray(2 * whole_size, '0'));
     QVERIFY(paints.whole() > 0);
@@ -306,7 +305,7 @@ void tst_fileflows::short_file() {
     ModalGuard guard({ModalGuard::choose_file(name)});
     window.actionOpen_foil_spline->trigger();
     QCOMPARE(guard.count(), 1);
-    // Whole items are read; the first one that is cut and all behind it are 0.
+    // Complete items are read; the first truncated one and all after it are 0.
     const int whole_items = size < 4 ? 0 : size < 20 ? size / 4 * 4 : 20 + (size - 20) / 8 * 8;
     QByteArray expected = whole.left(whole_items);
     expected.append(QByteArray(whole_size - whole_items, '\0'));

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Walk through the form of the main window: objects, layouts, menus, flags.
+// The form of the main window: objects, layouts, menus, flags.
 #include "app/mainwindow.h"
 #include "editor/editspline.h"
 #include "support/testmain.h"
@@ -73,8 +73,7 @@ const char* const expected_tree = R"(MainWindow main_window
     QMenu menuAbout
 )";
 
-/// The children of an object in the order of their creation. A splitter changes the
-/// order of its children.
+/// The children of an object in the order of their creation. QSplitter reorders its children.
 QObjectList children_of(const QObject* object) {
     const auto* splitter = qobject_cast<const QSplitter*>(object);
     if (!splitter)
@@ -85,8 +84,7 @@ QObjectList children_of(const QObject* object) {
     return widgets;
 }
 
-/// Named objects below @p object in the order of their creation, without those that
-/// Qt makes for itself.
+/// Named objects below @p object in the order of their creation, without Qt's internal ones.
 QString tree_text(const QObject* object, int depth = 0) {
     QString text = QString(2 * depth, QLatin1Char(' ')) +
                    QString::fromLatin1(object->metaObject()->className()) + QLatin1Char(' ') +
@@ -215,7 +213,7 @@ void tst_form::no_other_bars() {
 
 void tst_form::window_flags() {
     const MainWindow window;
-    // A window without parent carries the type of a window beside its hints.
+    // A window without a parent has the type of a window besides its hints.
     QCOMPARE(window.windowFlags(), Qt::WindowFlags(Qt::Window | Qt::FramelessWindowHint));
 }
 

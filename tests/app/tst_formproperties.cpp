@@ -41,7 +41,7 @@ QString property_text(const QObject* object, const char* name) {
     const QMetaProperty property = object->metaObject()->property(index);
     const QVariant value = property.read(object);
     if (property.isFlagType()) {
-        // AlignRight and AlignTrailing are names of one value.
+        // AlignRight and AlignTrailing are names for the same value.
         return QString::fromLatin1(property.enumerator().valueToKeys(value.toInt()))
             .replace(QStringLiteral("AlignTrailing"), QStringLiteral("AlignRight"));
     }

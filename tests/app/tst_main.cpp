@@ -22,7 +22,7 @@ private slots:
 
 namespace {
 
-/// What was to be seen once the event loop ran.
+/// What was visible once the event loop ran.
 struct Seen {
     int windows = 0;
     bool maximised = false;
@@ -57,7 +57,7 @@ void look_and_exit() {
     QTimer::singleShot(20000, qApp, [] { QCoreApplication::exit(99); });
 }
 
-/// Called by the application object when it is made.
+/// Called by the application object on its creation.
 void wait_for_event_loop() {
     QTimer::singleShot(0, qApp, &look_and_exit);
 }
@@ -95,7 +95,7 @@ void tst_main::start_to_exit() {
     QCOMPARE(seen.desktop_file, QStringLiteral("org.kavrund.Aerolith"));
 }
 
-// The program makes the application object itself.
+// The program creates the application object itself.
 int main(int argc, char** argv) {
     tst_main test;
     return QTest::qExec(&test, argc, argv);

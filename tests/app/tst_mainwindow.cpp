@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The main window: first show and resizing, closing, the about box.
+// The main window: first show, resizing, closing, the About box.
 #include "app/mainwindow.h"
 #include "editor/editspline.h"
 #include "support/exactcompare.h"
@@ -38,8 +38,8 @@ namespace {
 
 const QColor pink(243, 159, 225);
 
-/// Per cent of the pixels in a part of a widget that are of a shade of pink, in a
-/// picture of the window: buttons are drawn in shades of their colour.
+/// The percentage of pixels in a part of a widget that are a shade of pink, in a picture of the
+/// window: buttons are drawn in shades of their colour.
 int pink_share(MainWindow* window, const QWidget* widget, const QRect& part) {
     const QImage picture = window->grab().toImage();
     const QPoint corner = widget->mapTo(window, QPoint(0, 0));

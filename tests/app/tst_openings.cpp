@@ -44,7 +44,7 @@ namespace {
 constexpr double infinity = std::numeric_limits<double>::infinity();
 constexpr double not_a_number = std::numeric_limits<double>::quiet_NaN();
 
-/// Types a text into a field as a user does, over what stands there.
+/// Types a text into a field as a user does, replacing its content.
 void type(QLineEdit* field, const QString& text) {
     field->setFocus();
     field->selectAll();

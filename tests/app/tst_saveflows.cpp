@@ -38,7 +38,7 @@ private:
 
 namespace {
 
-/// The table of the editor's curve, made apart from the program.
+/// The table of the editor's curve, computed independently of the program.
 QString expected_table(const MainWindow& window, const QString& name) {
     const EditSpline& editor = *window.spline_widget;
     QPolygonF curve;
@@ -208,7 +208,7 @@ void tst_saveflows::table_bytes() {
     MainWindow window;
     SHOW(window);
     window.symetriclButton->click();
-    // Not symmetric, so that the order shows.
+    // Not symmetric, so that the order is visible.
     window.p->spline.CP[3] += QPointF(20.0, 15.0);
     for (int i = 0; mirrored && i < 10; ++i)
         window.p->spline.CP[i].setY(2.0 * window.spline_widget->yc - window.p->spline.CP[i].y());
@@ -227,7 +227,7 @@ void tst_saveflows::table_bytes() {
 }
 
 void tst_saveflows::table_row_indices() {
-    // A curve that is far from the trailing edge, and counts its points: x = i / 10000.
+    // A curve far from the trailing edge whose x numbers its points: x = i / 10000.
     const QString name = folder.filePath(QStringLiteral("counted.dat"));
     MainWindow window;
     EditSpline& editor = *window.spline_widget;
@@ -313,7 +313,7 @@ void tst_saveflows::table_is_told_each_time() {
     QCOMPARE(windows_for(bad), 2);
     QCOMPARE(windows_for(good), 1);
     QCOMPARE(windows_for(bad), 2);
-    // A cancelled dialog has nothing to tell, whatever the one before had.
+    // A cancelled dialog reports nothing, whatever the previous one did.
     ModalGuard guard;
     window.actionSave_as_table->trigger();
     QCOMPARE(guard.count(), 1);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The table pane: what is listed of an outline, and what can be done in the pane.
+// The table pane: how an outline is listed, and what the user can do in the pane.
 #include "app/mainwindow.h"
 #include "support/testmain.h"
 #include "windowsupport.h"
@@ -90,7 +90,7 @@ void tst_tablepane::listing_data() {
         << QPolygonF({{1.0, 0.0}, {0.0, 0.1}, {0.5, -0.1}, {1.0, 0.0}}) << up + down;
     QTest::newRow("ahead-of-the-nose") << outline_with({-0.25, 0.1}, {0.5, -0.1})
                                        << QStringLiteral("-0.25000   0.10000 \t\n") + down;
-    // No area is no positive area.
+    // An area of 0 is not positive.
     QTest::newRow("no-area-reversed")
         << QPolygonF({{1.0, 0.0}, {0.25, 0.0}, {0.75, 0.0}})
         << QStringLiteral("0.75000   0.00000 \t\n0.25000   0.00000 \t\n");
@@ -102,7 +102,7 @@ void tst_tablepane::listing_data() {
         << QStringLiteral("0.75000   0.50000 \t\n");
     QTest::newRow("x-infinite-left-out") << QPolygonF({{1.0, 0.0}, {infinity, 0.25}, {0.75, 0.5}})
                                          << QStringLiteral("0.75000   0.50000 \t\n");
-    // The closing leg does not count: the sum of this one is positive, its area is not.
+    // The closing edge does not count: here the sum is positive, but the area is not.
     QTest::newRow("sum-without-closing-leg")
         << QPolygonF({{0.0, 1.0}, {0.5, 0.5}, {0.0, 0.6}, {-0.5, 0.5}})
         << QStringLiteral("0.50000   0.50000 \t\n0.00000   0.60000 \t\n-0.50000   0.50000 \t\n");
@@ -235,7 +235,7 @@ void tst_tablepane::read_only_but_selectable() {
     QVERIFY(window.tableEdit->textInteractionFlags() & Qt::TextSelectableByMouse);
 }
 
-// A row of a negative number ends behind the pane's edge with its tab.
+// A row with a negative number extends beyond the pane's edge with its tab.
 void tst_tablepane::each_row_is_one_line_data() {
     QTest::addColumn<int>("font_size"); // points
 
@@ -243,7 +243,7 @@ void tst_tablepane::each_row_is_one_line_data() {
         QTest::addRow("%d-points", size) << size;
 }
 
-// No digit may be out of reach: a number that lacks its last ones looks like another.
+// Every digit must be reachable: a number without its last digits looks like another number.
 void tst_tablepane::each_row_is_one_line() {
     QFETCH(int, font_size);
     MainWindow window;
@@ -255,7 +255,7 @@ void tst_tablepane::each_row_is_one_line() {
     QTRY_VERIFY(window.tableEdit->verticalScrollBar()->isVisible());
     const QTextDocument* listing = window.tableEdit->document();
     QCOMPARE(listing->blockCount(), 2 + 1 + 99 + 1 + 1);
-    // Asking for the size lays out the rows that are not shown.
+    // Requesting the size lays out the rows that are not visible.
     QVERIFY(!listing->size().isEmpty());
     for (QTextBlock row = listing->begin(); row.isValid(); row = row.next())
         QCOMPARE(row.layout()->lineCount(), 1);

@@ -49,7 +49,7 @@ QList<QPointF> control_points(const MainWindow& window) {
     return points;
 }
 
-/// Farthest distance of two points of the same index, pixels.
+/// Greatest distance between two points of the same index, pixels.
 double distance(const QList<QPointF>& a, const QList<QPointF>& b) {
     if (a.size() != b.size())
         return 1e9;
@@ -173,7 +173,8 @@ void tst_windowbuttons::eight_rotations_are_two_degrees_data() {
     QTest::addColumn<QString>("button");
     QTest::addColumn<double>("angle");
 
-    // The step is made from pi with nine decimals; 1e-12 tells it from the better one.
+    // The step is computed from pi with nine decimals; 1e-12 distinguishes it from a more accurate
+    // one.
     const double two_degrees = 4.0 * 3.141592653 / 360.0;
     QTest::newRow("clockwise") << QStringLiteral("rotplusButton") << two_degrees;
     QTest::newRow("counter-clockwise") << QStringLiteral("rotminusButton") << -two_degrees;
@@ -203,7 +204,7 @@ void tst_windowbuttons::eight_rotations_are_two_degrees() {
 }
 
 void tst_windowbuttons::one_rotation_to_the_last_bit() {
-    // Nothing paints on a hidden window, so the points stay as the button leaves them.
+    // A hidden window is not painted, so the points stay as the button leaves them.
     MainWindow window;
     window.p->spline = distinct_spline();
     const QList<QPointF> before = control_points(window);

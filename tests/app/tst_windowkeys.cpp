@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Keys in the opening fields, on the tool buttons and on the editor: a key that a child
-// of the editor leaves alone goes on to the editor.
+// Keys in the opening fields, on the tool buttons and on the editor: a key that a child of the
+// editor ignores propagates to the editor.
 #include "app/mainwindow.h"
 #include "editor/editspline.h"
 #include "support/exactcompare.h"
@@ -32,7 +32,7 @@ private slots:
 
 namespace {
 
-/// What a key that has reached the editor would have changed.
+/// State that a key would change if it reached the editor.
 struct EditorState {
     explicit EditorState(const MainWindow& window)
         : visible(window.spline_widget->isVisible()), selected(window.spline_widget->pnt_selected),
@@ -53,7 +53,7 @@ struct EditorState {
     QPolygonF control_points;
 };
 
-/// A section at rest with a point selected and a mouse button held.
+/// A settled section with a point selected and a mouse button held.
 void draw_and_select(MainWindow& window) {
     window.symetriclButton->click();
     settle(window);
@@ -200,7 +200,7 @@ void tst_windowkeys::escape_stays_on_button() {
     QTest::keyClick(window.windowHandle(), Qt::Key_Escape);
     QVERIFY(EditorState(window) == before);
 
-    // The key takes back a button that the space bar holds down.
+    // The key releases a button that the space bar holds down.
     QTest::keyPress(window.windowHandle(), Qt::Key_Space);
     QVERIFY(widget->isDown());
     QTest::keyClick(window.windowHandle(), Qt::Key_Escape);

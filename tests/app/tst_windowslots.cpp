@@ -36,8 +36,7 @@ private slots:
 
 namespace {
 
-/// Whether @p sender's signal @p name is connected to a slot of the window. Takes the
-/// connection away.
+/// Whether @p sender's signal @p name is connected to a slot of the window. Disconnects it.
 bool take_connection(QObject* sender, const QByteArray& name, QObject* window, int slot) {
     const QMetaObject* object = sender->metaObject();
     for (int i = 0; i < object->methodCount(); ++i) {

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the tests of the main window share.
+// Helpers shared by the tests of the main window.
 #include "windowsupport.h"
 
 #include <QCoreApplication>

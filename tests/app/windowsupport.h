@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the tests of the main window share: a fresh document, paints counted, texts of
-// the translation recorded, and files and rows made apart from the program.
+// Helpers shared by the tests of the main window: a fresh document, counting of paints, recording
+// of translated texts, and files and rows made independently of the program.
 #pragma once
 
 #include "app/mainwindow.h"
@@ -16,11 +16,10 @@
 
 #include <functional>
 
-/// Gives the document its start values: it outlives the windows of a test program.
+/// Resets the document to its initial values: it outlives the windows of a test program.
 void renew_document();
 
-/// Paints the editor until the spline has come to rest on the chord. The window must
-/// be on screen.
+/// Paints the editor until the spline has settled on the chord. The window must be on screen.
 void settle(MainWindow& window);
 
 /// Shows a window and waits until it is ready for input.
@@ -29,15 +28,15 @@ void settle(MainWindow& window);
     QVERIFY(QTest::qWaitForWindowActive(&(window)));                                               \
     QCoreApplication::processEvents()
 
-/// Counts the paint events of a widget while it lives; those that come while a
-/// condition holds, if there is one.
+/// Counts the paint events of a widget during its lifetime; with a condition, only those during
+/// which it holds.
 class PaintCount : public QObject {
 public:
     explicit PaintCount(QWidget* widget, std::function<bool()> condition = {});
 
     int count() const { return paints; }
 
-    /// How many of them covered the whole widget.
+    /// The number of paints that covered the whole widget.
     int whole() const { return whole_paints; }
 
     bool eventFilter(QObject* watched, QEvent* event) override;
@@ -48,8 +47,8 @@ private:
     int whole_paints = 0;
 };
 
-/// Writes down every text that passes through translation while it lives, and
-/// puts the texts of one context between brackets.
+/// Records every text that is translated during its lifetime, and puts the texts of one context in
+/// brackets.
 class RecordingTranslator : public QTranslator {
 public:
     explicit RecordingTranslator(const QByteArray& context);
@@ -66,17 +65,17 @@ private:
     QByteArray bracketed;
 };
 
-/// The bytes of a spline file, put together number by number.
+/// The bytes of a spline file, composed number by number.
 QByteArray spline_file_bytes(const SplineFoil& spline);
 
 /// One row of a coordinate table.
 QString table_row(double x, double y);
 
-/// A spline in which every field that files carry has its own value.
+/// A spline in which every field stored in files has a distinct value.
 SplineFoil distinct_spline();
 
 /// Writes @p bytes to a new file; false if that fails.
 bool make_file(const QString& name, const QByteArray& bytes);
 
-/// The whole content of a file; a null array if there is none.
+/// The content of a file; a null array if there is no such file.
 QByteArray file_bytes(const QString& name);

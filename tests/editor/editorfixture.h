@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The editor as the tests need it: at a given size, on an empty document, with counted
-// paints.
+// The editor for tests: of a given size, with an empty document, counting its paints.
 #pragma once
 
 #include "editor/editspline.h"
@@ -13,7 +12,7 @@
 #include <QSize>
 #include <QString>
 
-/// The size that the sizes in the tests' comments are computed for.
+/// The size assumed by the numbers in the comments of the tests.
 inline constexpr QSize usual_size = QSize(1024, 768);
 
 /// The editor, which counts its paints. Construction empties the document.
@@ -28,7 +27,7 @@ public:
     /// Puts @p points and uniform knots into the document.
     void set_points(const QPolygonF& points);
 
-    /// The symmetric section, painted until nothing moves.
+    /// Draws the symmetric section and paints until it has settled.
     void set_settled_section();
 
     QPolygonF points() const;
@@ -36,14 +35,14 @@ public:
     /// A model with the state of this editor and its document.
     EditorModel model() const;
 
-    /// One frame as it is drawn on a recording device.
+    /// One frame drawn on a recording device.
     QList<PaintOperation> recorded();
 };
 
-/// The points @p p as they are used: 0..30.
+/// The points in use: 0..30.
 QPolygonF spline_points(const SplineFoil& spline);
 
-/// Paints until no paint event is pending; false if there is no end of them.
+/// Paints until no paint event is pending; false if they do not end.
 bool paint_until_idle(TestEditor& editor);
 
 QList<PaintOperation> of_kind(const QList<PaintOperation>& all, PaintOperation::Kind kind);
@@ -51,17 +50,17 @@ QList<PaintOperation> of_kind(const QList<PaintOperation>& all, PaintOperation::
 /// The texts drawn, in order.
 QStringList texts_of(const QList<PaintOperation>& all);
 
-/// Points whose values tell their index.
+/// Points whose values identify their index.
 QPolygonF numbered(int count);
 
-/// Gives all slots of the record, used or not, values that tell their index.
+/// Gives all elements of the arrays, used or not, values that identify their index.
 void number_store(SplineFoil& spline);
 
-/// All slots of the points, and of their second points.
+/// All elements of the arrays of points and of second points.
 QPolygonF store(const SplineFoil& spline);
 QPolygonF second_store(const SplineFoil& spline);
 
-/// How the record differs from what uniform knots are; empty for not at all.
+/// How the knots differ from uniform ones; empty if they do not.
 QString knot_difference(const SplineFoil& spline);
 
 #define VERIFY_UNIFORM_KNOTS(spline)                                                               \

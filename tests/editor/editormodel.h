@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A second, plain implementation of the editor's mapping, curve and picture, which the
-// tests compare the widget against. It shares no code with the widget.
+// A second, plain implementation of the editor's mapping, curve and picture, with which the tests
+// compare the widget. It shares no code with the widget.
 #pragma once
 
 #include "document/parastruct.h"
@@ -15,7 +15,7 @@
 #include <QString>
 #include <QStringList>
 
-/// What the editor and its document hold and show, for a widget of a given size.
+/// The state and the picture of the editor and its document, for a widget of a given size.
 struct EditorModel {
     explicit EditorModel(QSize size);
 
@@ -64,7 +64,7 @@ struct EditorModel {
 /// The basis value N(i, degree; t), 0/0 as 0.
 double model_basis(int i, int degree, const double* knots, double t);
 
-/// Twice the signed area in single precision, the closing edge left out.
+/// Twice the signed area in single precision, without the closing edge.
 double model_area(const QPolygonF& outline);
 
 /// The two texts of an outline's thickness.

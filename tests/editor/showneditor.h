@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The editor in a window of its own, for tests with real events.
+// The editor in its own window, for tests with real events.
 #pragma once
 
 #include "editorfixture.h"
@@ -12,18 +12,18 @@
 
 inline constexpr QSize editor_size = QSize(700, 500);
 
-/// The active editor with the symmetric section, at rest.
+/// The active editor with the symmetric section, settled.
 class ShownEditor : public TestEditor {
 public:
     ShownEditor();
 
-    /// Paints until nothing is pending, and forgets the paints so far.
+    /// Paints until nothing is pending, and resets the count of paints.
     void rest();
 
-    /// How many paints there were since the last call.
+    /// The number of paints since the last call.
     int new_paints();
 
-    /// Where a control point is shown, widget pixels.
+    /// Where a control point is drawn, widget pixels.
     QPoint place_of(int index) const;
 
     QWindow* handle() const { return windowHandle(); }
@@ -35,7 +35,7 @@ private:
 /// The frames that follow a change.
 void paint_model(EditorModel& model, int frames);
 
-/// Fails unless the editor's spline, curve, work polygon and view are the model's.
+/// Fails unless the editor's spline, curve, work polygon and view equal the model's.
 #define COMPARE_WITH_MODEL(editor, model)                                                          \
     do {                                                                                           \
         COMPARE_POLYGON_BITS((editor).points(), (model).points());                                 \

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Sharpening, the dispatch of the menu by number, and the free functions of the editor.
+// Sharpening, the dispatch of menu entries by number, and the helper functions of the editor.
 #include "editorfixture.h"
 #include "support/exactcompare.h"
 #include "support/modalguard.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The editing operations at the ends of the arrays: a full store, selections and counts
-// that a file or a shorter spline has left out of range.
+// The editing operations at the limits of the arrays: full arrays, and selections and counts that a
+// file or a shorter spline has left out of range.
 #include "editorfixture.h"
 #include "support/exactcompare.h"
 #include "support/modalguard.h"
@@ -83,7 +83,7 @@ void tst_editspline_capacity::full_store_refuses() {
     QCOMPARE(guard.count(), 0);
 }
 
-// The menu that the refused point was asked from gives the focus back afterwards.
+// The menu returns the focus only after the point has been refused.
 void tst_editspline_capacity::refusal_outlives_the_menu() {
     TestEditor editor;
     editor.show();
@@ -105,7 +105,7 @@ void tst_editspline_capacity::last_free_slot_data() {
     QTest::newRow("after-the-last-inner") << 27;
 }
 
-// With 29 points the copy of the unused slot would go behind the store.
+// With 29 points, copying the unused element would write past the array.
 void tst_editspline_capacity::last_free_slot() {
     QFETCH(int, selected);
 

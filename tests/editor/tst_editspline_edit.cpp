@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Picking, moving, inserting, appending and removing control points without events.
+// Picking, moving, inserting, appending and removing control points, without events.
 #include "editorfixture.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"

@@ -122,7 +122,7 @@ void tst_editspline_events::press_with_other_button() {
     QCOMPARE(editor.new_paints(), 0);
 }
 
-// The held buttons decide, not the one that was pressed.
+// The buttons held decide, not the button pressed.
 void tst_editspline_events::press_with_left_held() {
     ShownEditor editor;
     send_mouse(editor, QEvent::MouseButtonPress, editor.place_of(3), Qt::MiddleButton,
@@ -345,7 +345,7 @@ void tst_editspline_events::double_click() {
     QCOMPARE(editor.mousepressed, false);
 }
 
-// Hidden, so that no frame normalises the spline as well.
+// Hidden, so that no paint normalises the spline as well.
 void tst_editspline_events::double_click_normalizes() {
     TestEditor editor(editor_size);
     editor.Generate_symetric_spline();

@@ -46,7 +46,7 @@ private:
 namespace {
 
 // A closed curve of @p count samples in editor pixels; sample j is at
-// x = xc + j * L_T / 4096, so that every sample has an x of its own and most are exact.
+// x = xc + j * L_T / 4096, so that every sample has a distinct x and most are exact.
 QPolygonF marked_curve(const EditorModel& model, int count, bool rising) {
     QPolygonF curve;
     for (int j = 0; j < count; ++j) {
@@ -117,7 +117,7 @@ void tst_editspline_export::curves() {
     const QByteArray table = saved(editor, name);
     QCOMPARE(table, model_table(name, chord));
     QVERIFY(editor.table_saved());
-    // The listing turns the same way whichever side the spline starts on.
+    // The listing runs in the same direction whichever side the spline starts on.
     const QList<QByteArray> lines = table.split('\n');
     QVERIFY(lines.at(20).mid(10).trimmed().toDouble() > 0.0);
     QVERIFY(lines.size() > 80 && lines.size() < 116);
@@ -165,7 +165,7 @@ void tst_editspline_export::written_indices() {
     QCOMPARE(table, model_table(name, chord));
 }
 
-// What is at the trailing edge or behind it is told by the two exact rows alone.
+// The two exact rows replace all points at the trailing edge or behind it.
 void tst_editspline_export::rows_at_the_trailing_edge() {
     TestEditor editor;
     const EditorModel model = editor.model();
@@ -268,7 +268,7 @@ void tst_editspline_export::empty_name() {
              QStringList());
     QCOMPARE(guard.count(), 0);
 
-    // A name that was not chosen is no outcome of a save.
+    // Without a name nothing is saved, and the outcome stays.
     editor.Save_airfoil_table(folder->filePath(QStringLiteral("good.txt")));
     editor.Save_airfoil_table(QString());
     QVERIFY(editor.table_saved());

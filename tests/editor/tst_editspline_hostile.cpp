@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Records that a file may hold and sizes that a window may have: frames of bounded work
-// without anything out of bounds, and edits that stay inside the arrays.
+// Records that a file may hold and sizes that a window may have: frames take bounded work and draw
+// nothing out of bounds, and edits stay inside the arrays.
 #include "editorfixture.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -34,8 +34,8 @@ namespace {
 const double not_a_number = std::numeric_limits<double>::quiet_NaN();
 const double infinity = std::numeric_limits<double>::infinity();
 
-// No frame of any record without a template draws more operations than this: the grid
-// (170), three a point, 250 marks, and the curve in at most as many pieces as samples.
+// No frame without a template has more operations than this: the grid (170), three for each point,
+// 250 marks, and the curve in at most as many pieces as samples.
 constexpr int most_operations = 170 + 3 * 30 + 250 + 999;
 
 using Filler = std::function<double(int)>;
@@ -79,7 +79,7 @@ void fill(SplineFoil& spline, const Filler& knots, const Filler& points) {
     }
 }
 
-// What stands behind the points in the record.
+// Whether the members after the points in the record are intact.
 bool intact(const SplineFoil& spline) {
     bool same = same_bits(spline.startVent, 11.0) && same_bits(spline.endVent, 22.0) &&
                 same_bits(spline.L_T_S, 33.0);
@@ -207,7 +207,7 @@ void tst_editspline_hostile::good_part_is_drawn_data() {
     QTest::addColumn<QPointF>("bad");
     QTest::addColumn<bool>("curve");
 
-    // Every sample is a sum over all points, and 0 * NaN is no number.
+    // Every sample is a sum over all points, and 0 * NaN is NaN.
     QTest::newRow("nan") << QPointF(not_a_number, not_a_number) << false;
     QTest::newRow("nan-height") << QPointF(400, not_a_number) << false;
     QTest::newRow("infinite-height") << QPointF(400, infinity) << false;
@@ -215,7 +215,7 @@ void tst_editspline_hostile::good_part_is_drawn_data() {
     QTest::newRow("two-million-height") << QPointF(400, 2e6) << true;
 }
 
-// One bad control point takes its part of the picture away, not the rest.
+// One bad control point removes its part of the picture, but not the rest.
 void tst_editspline_hostile::good_part_is_drawn() {
     QFETCH(QPointF, bad);
     QFETCH(bool, curve);
@@ -341,7 +341,7 @@ void tst_editspline_hostile::sizes() {
             QVERIFY(device.operations().size() <= most_operations + 101);
             for (const PaintOperation& op : device.operations())
                 QVERIFY(std::isfinite(op.rect.x()) && std::isfinite(op.rect.width()));
-            // The layers alone, also where there is nothing to render on.
+            // The layers one by one, even where there is nothing to render on.
             QPainter painter(&device);
             editor.Coor_System(&painter);
             editor.Paint_BackgroundPoly(&painter);

@@ -146,7 +146,7 @@ void tst_editspline_keys::other_keys_data() {
     QTest::newRow("handled-return") << Qt::Key_Return;
 }
 
-// A key that the editor has no use for must not reach the window around it.
+// A key that the editor does not use must not reach the window around it.
 void tst_editspline_keys::other_keys() {
     QFETCH(Qt::Key, key);
 

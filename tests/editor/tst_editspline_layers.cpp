@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The painting members of the editor, each alone.
+// The painting functions of the editor, one by one.
 #include "editorfixture.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -30,7 +30,7 @@ const double infinity = std::numeric_limits<double>::infinity();
 
 const QPen axis_pen(QBrush(Qt::black), 0);
 
-// What one of the painting members draws.
+// The operations of one of the painting functions.
 template<typename Draw>
 QList<PaintOperation> drawn_by(QSize size, Draw draw) {
     RecordingPaintDevice device(size);

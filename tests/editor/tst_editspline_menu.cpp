@@ -49,7 +49,7 @@ void request_menu(QWidget& widget, QPoint position) {
     QCoreApplication::sendEvent(&widget, &event);
 }
 
-// What an entry of the menu at @p position does.
+// The effect of a menu entry at @p position.
 void do_entry(EditorModel& model, int entry, QPoint position) {
     QPolygonF points = model.points();
     const int selected = model.selected;
@@ -182,7 +182,7 @@ void tst_editspline_menu::menu_chosen() {
     QCOMPARE(guard.forced(), 0);
     QCOMPARE(editor.pnt_selected, entry == 4 ? -1 : selected);
 
-    // The focus goes to the menu and comes back, which paints at times of its own.
+    // The focus goes to the menu and returns, which causes paints at unpredictable times.
     const int frames = editor.new_paints();
     bool same = false;
     for (int first = 0; first < frames && !same; ++first) {
@@ -199,7 +199,7 @@ void tst_editspline_menu::menu_chosen() {
     QVERIFY(same);
 }
 
-// The click is taken as a point of the spline as it stands, also in a zoomed view.
+// The click position becomes a point of the spline unchanged, even in a zoomed view.
 void tst_editspline_menu::menu_position_is_not_mapped() {
     ShownEditor editor;
     editor.f_scale = 2.0;
@@ -218,7 +218,7 @@ void tst_editspline_menu::menu_at_capacity_data() {
     QTest::newRow("insert") << 3 << 17;
 }
 
-// The user is told of the refusal beside the cursor, without a box to answer.
+// A tool tip at the cursor reports the refusal, without a message box.
 void tst_editspline_menu::menu_at_capacity() {
     QFETCH(int, entry);
     QFETCH(int, selected);
@@ -286,7 +286,7 @@ void tst_editspline_menu::menu_over_emptied_spline_data() {
     QTest::newRow("append-to-shorter") << 2 << 3 << 4;
 }
 
-// A timer or another window may take the points away while the menu is open.
+// A timer or another window may remove the points while the menu is open.
 void tst_editspline_menu::menu_over_emptied_spline() {
     QFETCH(int, entry);
     QFETCH(int, left);
@@ -308,7 +308,7 @@ void tst_editspline_menu::menu_over_emptied_spline() {
     editor.rest();
 }
 
-// The platform asks for the menu on the press of the right button.
+// The platform requests the menu on the press of the right button.
 void tst_editspline_menu::menu_of_the_right_button() {
     ShownEditor editor;
     editor.pnt_selected = 4;
@@ -328,7 +328,7 @@ void tst_editspline_menu::lost_release_data() {
     QTest::newRow("delete") << QStringLiteral("delete");
 }
 
-// The menu takes the release of the right button, so the editor stays deaf to presses.
+// The menu receives the release of the right button, so the editor goes on ignoring presses.
 void tst_editspline_menu::lost_release() {
     QFETCH(QString, unlock);
 

@@ -261,7 +261,7 @@ void tst_editspline_paint::fonts() {
         QCOMPARE(op.font, font);
 }
 
-// After a resize that nobody told the editor of, the picture is stretched.
+// After a resize without Init_widget(), the picture is stretched.
 void tst_editspline_paint::captured_window() {
     TestEditor editor(QSize(1000, 600));
     editor.p->baseAirfoil = sample_template(9);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The picture on a raster device, where parts of it may come from kept images: every
-// pixel is the one that drawing anew gives, whatever has changed since the last frame.
+// The picture on a raster device, where parts of it may come from cached images: every pixel equals
+// that of a fresh drawing, whatever has changed since the last frame.
 #include "editorfixture.h"
 #include "support/testmain.h"
 
@@ -38,7 +38,7 @@ QImage blank(QSize size, double ratio) {
     return image;
 }
 
-// Where the editor's frame and the model's differ; empty for nowhere.
+// Where the editor's frame and the model's differ; empty if they do not.
 QString difference_of_frames(TestEditor& editor, double ratio) {
     EditorModel model = editor.model();
     QImage actual = blank(editor.size(), ratio);
@@ -234,7 +234,7 @@ void tst_editspline_pixels::pen_changes() {
     }
 }
 
-// A frame elsewhere, for a print or a picture, leaves the window's frames as they are.
+// A frame on another device, for a print or a picture, does not affect the window's frames.
 void tst_editspline_pixels::image_and_recording_in_turn() {
     TestEditor editor(editor_size);
     editor.p->baseAirfoil = sample_template(60);

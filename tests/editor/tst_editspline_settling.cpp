@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// How the picture comes to rest after the spline has changed: the frames that one frame
-// asks for.
+// How the picture settles after the spline has changed: the further frames that a frame requests.
 #include "editorfixture.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -58,7 +57,7 @@ void tst_editspline_settling::rests_after_two_frames_data() {
     add_splines();
 }
 
-// One frame scales about the origin of the pixels, and only the next one shifts.
+// One frame scales about the pixel origin, and only the next one shifts.
 void tst_editspline_settling::rests_after_two_frames() {
     QFETCH(QPolygonF, points);
 
@@ -106,7 +105,7 @@ void tst_editspline_settling::rests_after_many_frames_at_once_data() {
         QTest::addRow("%d-frames", frames) << frames;
 }
 
-// Edits that come faster than the frames that each of them asks for.
+// Edits that come faster than the frames that they request.
 void tst_editspline_settling::rests_after_many_frames_at_once() {
     QFETCH(int, frames);
 
@@ -146,14 +145,14 @@ void tst_editspline_settling::ends_without_rest_data() {
     const QPolygonF bad(3, QPointF(not_a_number, 1));
     const QPolygonF endless(3, QPointF(infinity, -infinity));
     const QPolygonF huge = {QPointF(1e300, 1), QPointF(-1e300, 1), QPointF(0, 1e300)};
-    // Without a curve every frame divides by the width of nothing.
+    // Without a curve every frame would divide by a width of 0.
     QTest::newRow("no-curve-of-the-points") << usual_size << arch << 7 << 5;
     QTest::newRow("not-a-number") << usual_size << bad << 2 << 1;
     QTest::newRow("infinite") << usual_size << endless << 2 << 1;
     QTest::newRow("huge") << usual_size << huge << 2 << -1;
     QTest::newRow("without-chord") << QSize(1, 300) << arch << 2 << -1;
-    // To the right of the bound of the search for the leftmost sample, at once or by
-    // the scaling up to the chord.
+    // To the right of the limit of the search for the leftmost sample, immediately or after scaling
+    // up to the chord.
     QTest::newRow("narrow") << usual_size
                             << QPolygonF{QPointF(300, 300), QPointF(299, 299), QPointF(299, 301)}
                             << 2 << 5;
@@ -184,7 +183,7 @@ void tst_editspline_settling::ends_without_rest() {
     }
 }
 
-// Having given up once does not keep later changes from coming to rest.
+// Having given up once does not keep later changes from settling.
 void tst_editspline_settling::asks_again_after_an_edit() {
     TestEditor editor;
     editor.show();

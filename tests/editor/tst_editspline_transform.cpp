@@ -48,10 +48,10 @@ const double infinity = std::numeric_limits<double>::infinity();
 const QPolygonF arch = {QPointF(900, 380), QPointF(640, 300), QPointF(350.5, 290.25),
                         QPointF(120, 410), QPointF(380, 470), QPointF(905, 390)};
 
-// The two steps that a click on a rotate button makes.
+// A click on a rotation button, in radians.
 const double quarter_degree = 0.5 * 3.141592653 / 360;
 
-// Everything of a record that no transformation may touch.
+// Whether everything that no transformation may change is the same.
 bool same_but_points(const SplineFoil& a, const SplineFoil& b) {
     bool same = a.num_pnt == b.num_pnt && a.num_knt == b.num_knt && a.degree == b.degree &&
                 a.order == b.order && same_bits(a.startVent, b.startVent) &&
@@ -363,7 +363,7 @@ void tst_editspline_transform::curve_without_width_data() {
         << QPolygonF{QPointF(not_a_number, 1), QPointF(not_a_number, 2)};
 }
 
-// Scaling noise up to the chord would throw the points out of the picture.
+// Scaling noise up to the chord would throw the points off the picture.
 void tst_editspline_transform::curve_without_width() {
     QFETCH(QPolygonF, points);
 

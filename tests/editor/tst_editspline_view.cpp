@@ -179,8 +179,7 @@ void tst_editspline_view::init_widget_keeps() {
     COMPARE_POLYGON_BITS(editor.p->baseAirfoil, sample_template(5));
 }
 
-// The window tells the editor when to take its size; the editor itself has no resize
-// handler.
+// The window calls Init_widget() when the size changes; the editor itself has no resize handler.
 void tst_editspline_view::resize_alone_keeps() {
     TestEditor editor;
     editor.show();
