@@ -1,7 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Pictures of sections: what is in them, and that no text lies on another.
+// Pictures of sections: their content, and that no text overlaps another.
 #include "drawings/page_p.h"
-#include "drawings/paint_p.h"
 #include "drawings/picture.h"
 #include "drawings/picture_plots_p.h"
 #include "drawings/svg.h"
@@ -9,8 +8,6 @@
 #include "ribs.h"
 #include "sections/compare.h"
 #include "support/testmain.h"
-
-#include <QFontMetricsF>
 
 #include <set>
 #include <tuple>
@@ -59,7 +56,7 @@ std::vector<Element> elements_of(const Scene& scene, const char* colour) {
     return found;
 }
 
-// Why the texts of a picture cannot be read; empty when they can.
+// Why the texts of a picture are illegible; empty if they are legible.
 QString fault_of_texts(const Scene& scene) {
     const std::vector<Text> texts = texts_of(scene);
     for (std::size_t i = 0; i < texts.size(); ++i) {
@@ -95,9 +92,6 @@ const QString awkward_names[] = {
 class tst_drawings_picture : public QObject {
     Q_OBJECT
 private slots:
-    void widths_of_the_font();
-    void shortened_data();
-    void shortened();
     void texts_apart_data();
     void texts_apart();
     void looks();
@@ -117,51 +111,6 @@ private slots:
     void nose();
     void same_bytes();
 };
-
-// No character of the font is wider than what is reckoned with.
-void tst_drawings_picture::widths_of_the_font() {
-    const std::optional<QFont> font = fixed_font();
-    QVERIFY2(font, qPrintable(missing_font()));
-    const QFontMetricsF metrics(*font);
-    int known = 0;
-    for (char32_t c = 0x20; c < 0x20000; ++c) {
-        if ((c >= 0x7f && c < 0xa0) || QChar::isSurrogate(c) || !metrics.inFontUcs4(c))
-            continue;
-        ++known;
-        const QString text = QString::fromUcs4(&c, 1);
-        const double reckoned = width_of(text, 729.0);
-        const double real = metrics.horizontalAdvance(text);
-        QVERIFY2(real <= reckoned + 0.6, qPrintable(QStringLiteral("U+%1 is %2, reckoned %3")
-                                                        .arg(uint(c), 4, 16)
-                                                        .arg(real)
-                                                        .arg(reckoned)));
-        if (c < 0x7f)
-            QVERIFY(real > reckoned - 0.6);
-    }
-    QVERIFY2(known > 5000, qPrintable(QString::number(known)));
-}
-
-void tst_drawings_picture::shortened_data() {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<double>("width");
-    QTest::addColumn<QString>("wanted");
-    const QString digits = QStringLiteral("0123456789");
-    const double digit = 636.0 / 729.0;
-    const double dots = 1750.0 / 729.0; // the ellipsis
-    QTest::newRow("fits") << digits << 10.0 * digit + 1e-9 << digits;
-    QTest::newRow("middle") << digits << 4.0 * digit + dots + 1e-9 << QStringLiteral(u"01…89");
-    QTest::newRow("odd") << digits << 5.0 * digit + dots + 1e-9 << QStringLiteral(u"012…89");
-    QTest::newRow("no room") << digits << 1.0 << QStringLiteral(u"…");
-    QTest::newRow("empty") << QString() << 0.0 << QString();
-    QTest::newRow("pairs stay whole")
-        << QStringLiteral(u"🪂🪂🪂") << 2.0 * dots + 1e-9 << QStringLiteral(u"🪂…");
-}
-
-void tst_drawings_picture::shortened() {
-    QFETCH(QString, text);
-    QFETCH(double, width);
-    QTEST(drawings::shortened(text, 1.0, width), "wanted");
-}
 
 void tst_drawings_picture::texts_apart_data() {
     QTest::addColumn<int>("count");
@@ -195,7 +144,7 @@ void tst_drawings_picture::texts_apart() {
         const PictureResult result = picture(all, options);
         QVERIFY2(result.scene, qPrintable(result.reason));
         QCOMPARE(fault_of_texts(*result.scene), QString());
-        // A title, labels and the names are there.
+        // There are a title, labels and the names.
         QVERIFY(int(texts_of(*result.scene).size()) > count + 6);
     }
 }
@@ -219,7 +168,7 @@ void tst_drawings_picture::looks() {
         QVERIFY2(strings.contains(QString::fromLatin1(label)), label);
 }
 
-// In black and white each section differs from every other one.
+// Even in black and white all sections differ.
 void tst_drawings_picture::looks_of_all() {
     std::vector<Pictured> all;
     for (std::size_t i = 0; i < most_pictured; ++i)
@@ -238,7 +187,7 @@ void tst_drawings_picture::looks_of_all() {
     QCOMPARE(looks.size(), most_pictured);
 }
 
-// The parabolas of a spline stay parabolas, in one scale for both axes.
+// The parabolas of a spline stay parabolas, at the same scale for both axes.
 void tst_drawings_picture::exact_curve() {
     const Pictured one = spline(QStringLiteral("s"));
     const Scene scene = *picture({one}).scene;
@@ -338,7 +287,7 @@ void tst_drawings_picture::odd_sections() {
     QVERIFY(box.width() > 10.0 && box.width() < 240.0 && box.height() < 240.0);
 }
 
-// A box of straight lines, 0.2 high, and the same with a roof 0.001 higher and a floor 0.002
+// A box of straight lines, 0.2 high, and the same with its top 0.001 higher and its bottom 0.002
 // higher.
 void tst_drawings_picture::deviation() {
     const auto box = [](double top, double bottom) {
@@ -366,7 +315,7 @@ void tst_drawings_picture::deviation() {
         QVERIFY2(std::abs(height - (height > 0.05 ? 0.15 : 0.0)) < 1e-9,
                  qPrintable(QString::number(height)));
 
-    // Seen from the other one the signs turn; and the same of the upper side.
+    // Measured from the other section the signs change; and the same for the upper side.
     const Pictured high = pictured(box(0.103, -0.1), QStringLiteral("high"));
     for (const auto& [first, second, wanted] :
          {std::tuple(all[1], all[0], 0.002), std::tuple(all[0], high, 0.003),
@@ -380,7 +329,7 @@ void tst_drawings_picture::deviation() {
     }
 }
 
-// What compare says of the same sections.
+// The result of compare() for the same sections.
 void tst_drawings_picture::deviation_of_a_fit() {
     const Pictured first = thin_table(QStringLiteral("table"));
     const Pictured second =
@@ -401,7 +350,7 @@ void tst_drawings_picture::deviation_of_a_fit() {
     QVERIFY(named);
 }
 
-// The plot ends a quarter of the chord from the first section and says so.
+// The plot ends a quarter of the chord from the first section, and its title says so.
 void tst_drawings_picture::far_apart() {
     const std::vector<Pictured> all = {
         thin_table(QStringLiteral("a")),
@@ -416,7 +365,7 @@ void tst_drawings_picture::far_apart() {
     QCOMPARE(bounds(scene, 0.01), *scene.page);
 }
 
-// At each knot stand two teeth, as long as the curvature of the pieces that meet there.
+// Each knot has two teeth, one for the curvature of each piece that meets there.
 void tst_drawings_picture::curvature() {
     const std::vector<Pictured> all = {spline(QStringLiteral("s"))};
     const Plot plot = curvature_plot(all, looks_of(all));
@@ -451,7 +400,7 @@ void tst_drawings_picture::curvature() {
     QCOMPARE(int(elements_of<Dot>(plot.content, "#ff0000").size()), 2 * int(curve.pieces().size()));
 }
 
-// A table of a circle: all teeth are outside and of one length.
+// A table of a circle: all teeth are outside and equally long.
 void tst_drawings_picture::curvature_of_a_circle() {
     const std::vector<Pictured> all = {
         pictured(table_section(ellipse(400, 1.0)), QStringLiteral("circle"))};
