@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-"""Prints what ezdxf reads in a DXF file, one record a line."""
+"""Prints what ezdxf reads from a DXF file, one record per line."""
 import sys
 
 import ezdxf
@@ -42,7 +42,7 @@ def main(name):
         print("entity", entity.dxf.layer, kind)
         for point in points:
             print("vertex", repr(point[0]), repr(point[1]))
-    # This reader decodes \U+XXXX, as drawing programs do.
+    # ezdxf decodes \U+XXXX, as drawing programs do.
     for entity in document.modelspace().query("TEXT"):
         print("text", entity.plain_text())
 

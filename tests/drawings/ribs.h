@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Sections whose ribs are looked at.
+// Sections for the tests of ribs and pictures.
 #pragma once
 
 #include "drawings/rib.h"
@@ -28,7 +28,7 @@ inline sections::Section table_section(const QPolygonF& points, double first = 0
     return *sections::section_of_table(table).section;
 }
 
-/// The same of a spline.
+/// The same for a spline.
 inline sections::Section spline_section(const QPolygonF& points, double first = 0.0,
                                         double second = 0.0) {
     SplineFoil spline = spline_of(points);
@@ -49,7 +49,7 @@ inline std::vector<drawings::Path> paths_of(const drawings::Scene& scene, drawin
     return paths;
 }
 
-/// The only path of a layer as straight lines.
+/// The only path of a layer, as straight lines.
 inline QPolygonF points_of(const drawings::Scene& scene, drawings::Layer layer) {
     const std::vector<drawings::Path> paths = paths_of(scene, layer);
     return paths.size() == 1 ? drawings::flattened(paths.front(), 1e-4) : QPolygonF();

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The outer edge: closed forms, and the allowance everywhere round random sections.
+// The outer edge: closed forms, and the allowance everywhere around random sections.
 #include "drawings/outline_p.h"
 #include "ribs.h"
 #include "sections/plane.h"
@@ -43,7 +43,7 @@ int crossings(const QPolygonF& points) {
     return count;
 }
 
-// What the allowance at a place of the edge should be, by the nearest place of the curve.
+// The expected allowance at a place of the edge, from the nearest place of the curve.
 class Expectation {
 public:
     Expectation(const sections::Section& section, const RibOptions& given)
@@ -74,7 +74,7 @@ public:
         }
     }
 
-    // How far @p p is off where the edge should be.
+    // How far @p p is from the expected edge.
     double fault(QPointF p) const {
         const double te = options.allowance_trailing_edge.value_or(options.allowance);
         const double in_mouth = options.allowance_mouth.value_or(options.allowance);
@@ -85,7 +85,7 @@ public:
         if (!mouth.is_empty()) {
             const sections::Foot foot = mouth.nearest(p);
             best = rest < foot.distance - 1e-6 ? best : std::abs(foot.distance - in_mouth);
-            // At the ends of the mouth the edge goes straight from one allowance to the other.
+            // At the ends of the mouth the edge runs straight from one allowance to the other.
             const double end = std::min(norm(p - mouth.position(mouth.begin())),
                                         norm(p - mouth.position(mouth.end())));
             const auto [low, high] = std::minmax(options.allowance, in_mouth);
@@ -145,8 +145,8 @@ void tst_drawings_cut::wedge_data() {
 }
 
 // A triangle with its point at the trailing edge. Its area with the allowance is known: the
-// triangle, the stripes along three edges, sectors at the two front corners, and behind the
-// trailing edge a rectangle with two triangles, the rest of the sides.
+// triangle, the strips along three edges, sectors at the two front corners, and behind the trailing
+// edge a rectangle plus two triangles, the remainder of the sides.
 void tst_drawings_cut::wedge() {
     QFETCH(double, allowance);
     QFETCH(double, tail);
@@ -163,13 +163,13 @@ void tst_drawings_cut::wedge() {
 
     const double side = std::hypot(chord, half);
     const double slope = std::atan2(half, chord);
-    // A stripe ends across its side, so it reaches behind the trailing edge by this.
+    // A strip ends perpendicular to its side, so it extends behind the trailing edge by this.
     const double over = allowance * std::sin(slope);
     const double height = allowance * std::cos(slope);
     const double front = half * chord + 2.0 * half * allowance + 2.0 * side * allowance +
                          (pi / 2.0 + slope) * allowance * allowance;
-    // From the trailing edge to where the stripes end, a triangle above and below is theirs
-    // and the wedge between is free.
+    // From the trailing edge to the end of the strips, they cover a triangle above and below, but
+    // not the wedge between.
     double expected = front;
     if (tail >= over)
         expected += 2.0 * height * tail - over * height;
@@ -245,7 +245,7 @@ void tst_drawings_cut::random_sections() {
     QVERIFY(area_of(cut) > area_of(stitch));
     QCOMPARE(crossings(cut), 0);
 
-    // Nothing that is stitched lies outside, and every place of the edge has its allowance.
+    // No part of the seam lies outside, and every place of the edge has its allowance.
     const Expectation expectation(section, options);
     double worst = 0.0;
     QPointF where;
@@ -283,12 +283,12 @@ void tst_drawings_cut::flat_rib() {
         rib(polygon_section({{1.0, 0.0}, {0.5, 0.0}, {0.0, 0.0}, {0.4, 0.0}, {1.0, 0.0}}), options);
     QVERIFY2(result.scene, qPrintable(result.reason));
     const QPolygonF cut = points_of(*result.scene, Layer::cut);
-    // A stripe with a round front and a square back.
+    // A strip with a round front and a square back.
     const double expected = 20.0 * 510.0 + 0.5 * pi * 100.0;
     QVERIFY2(std::abs(area_of(cut) - expected) < 1.0, qPrintable(QString::number(area_of(cut))));
 }
 
-// A lower side with a corner that points inwards.
+// A lower side with a concave corner.
 void tst_drawings_cut::hollow_corner() {
     RibOptions options;
     options.chord = 1000.0;
@@ -297,7 +297,7 @@ void tst_drawings_cut::hollow_corner() {
         polygon_section({{1.0, 0.0}, {0.5, 0.2}, {0.0, 0.0}, {0.5, 0.05}, {1.0, 0.0}}), options);
     QVERIFY2(result.scene, qPrintable(result.reason));
     const QPolygonF cut = points_of(*result.scene, Layer::cut);
-    // Both stripes meet at one point below the corner.
+    // Both strips meet at one point below the corner.
     const double slope = std::atan2(50.0, 500.0);
     const QPointF meeting(500.0, 50.0 - 20.0 / std::cos(slope));
     const bool met =
@@ -320,7 +320,7 @@ void tst_drawings_cut::rolled_tail() {
     QCOMPARE(crossings(cut), 0);
 }
 
-// A loop the wrong way round has no outside; one that rounding makes is passed over.
+// A reversed loop has no outside; one caused by rounding is ignored.
 void tst_drawings_cut::crossing_itself() {
     RibOptions options;
     options.chord = 1000.0;
@@ -332,7 +332,7 @@ void tst_drawings_cut::crossing_itself() {
     const RibResult rounded = rib(section(-1e-5), options);
     QVERIFY2(rounded.scene, qPrintable(rounded.reason));
     QCOMPARE(crossings(points_of(*rounded.scene, Layer::cut)), 0);
-    // Also where the allowance covers the loop.
+    // Even where the allowance covers the loop.
     for (const double allowance : {5.0, 100.0}) {
         options.allowance = allowance;
         const RibResult crossed = rib(section(-0.05), options);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The files of a small scene, to the byte where that is readable.
+// The files of a small scene, byte for byte where that is readable.
 #include "drawings/dxf.h"
 #include "drawings/numbers_p.h"
 #include "drawings/svg.h"

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The page for a browser and its small pictures. What a browser makes of it is tested with the
-// program.
+// The HTML page and its small pictures. The tests of the program include a browser.
 #include "drawings/html.h"
 #include "support/testmain.h"
 
@@ -71,11 +70,11 @@ private slots:
         QCOMPARE(thinned({{QPointF(2, 3)}}, 0.1), QPolygonF({QPointF(2, 3)}));
         QCOMPARE(thinned({{QPointF(0, 0), QPointF(1, 0), QPointF(2, 0)}}, 0.1),
                  QPolygonF({QPointF(0, 0), QPointF(2, 0)}));
-        // Back along the same line is not left out.
+        // A point that reverses along the same line is kept.
         QCOMPARE(thinned({{QPointF(0, 0), QPointF(2, 0), QPointF(1, 0)}}, 0.1).size(), 3);
     }
 
-    // However rough a line is.
+    // However rough the line is.
     void bounded() {
         QPolygonF rough;
         for (int i = 0; i < 200000; ++i)
@@ -110,7 +109,7 @@ private slots:
         picture.add(LineKind::outline,
                     {{QPointF(0, 0), QPointF(0, std::numeric_limits<double>::quiet_NaN())}});
         QVERIFY(picture.is_empty());
-        // One that is a point at this resolution is drawn as one.
+        // A line shorter than the resolution is drawn as a point.
         picture.add(LineKind::outline, {{QPointF(0.5, 0.1), QPointF(0.500001, 0.1)}});
         QCOMPARE(picture.lines[0].path, QByteArray("M5000-1000h0"));
     }

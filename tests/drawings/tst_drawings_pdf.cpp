@@ -55,11 +55,11 @@ void tst_drawings_pdf::same_bytes() {
     const PdfResult first = pdf(full_rib(2850.0));
     QVERIFY2(first.reason.isEmpty(), qPrintable(first.reason));
     QVERIFY(first.bytes.startsWith("%PDF-"));
-    QTest::qSleep(1100); // a date in the file would be another one
+    QTest::qSleep(1100); // a date in the file would differ
     QCOMPARE(pdf(full_rib(2850.0)).bytes, first.bytes);
 }
 
-// The writer has a date of another length in each, and the table of places stands behind it.
+// The writer's date has another length in each, and the table of offsets follows it.
 void tst_drawings_pdf::time_zones() {
     const QByteArray zone = qgetenv("TZ");
     QByteArray first;
@@ -96,7 +96,7 @@ void tst_drawings_pdf::one_page() {
     const Scene scene = full_rib(2850.0);
     const QList<QSizeF> sizes = page_sizes(pdf(scene).bytes);
     QCOMPARE(sizes.size(), 1);
-    // The drawing with 5 mm around it, rounded up to millimetres and then to points.
+    // The drawing with a margin of 5 mm, rounded up to millimetres and then to points.
     const double wanted = (bounds(scene, 0.01).width() + 10.0) * 72.0 / 25.4;
     QVERIFY2(sizes[0].width() >= wanted && sizes[0].width() < wanted + 7.0,
              qPrintable(QString::number(sizes[0].width())));

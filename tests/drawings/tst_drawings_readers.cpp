@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Drawings as other programs read them: ezdxf, librsvg, Chromium and poppler. Where one is missing
-// its tests are skipped, unless AEROLITH_READERS is set.
+// Drawings as other programs read them: ezdxf, librsvg, Chromium and poppler. If one is missing its
+// tests are skipped, unless AEROLITH_READERS is set.
 #include "drawings/dxf.h"
 #include "drawings/outline_p.h"
 #include "drawings/pdf.h"
@@ -45,7 +45,7 @@ Scene full_rib(double chord) {
     return scene;
 }
 
-// A table, a spline and names that are hard to write.
+// A table, a spline and awkward names.
 Scene full_picture() {
     PictureOptions options;
     options.nose = options.deviation = options.curvature = true;
@@ -106,7 +106,7 @@ bool has_program(const char* name) {
         }                                                                                          \
     } while (false)
 
-// Columns of an image in which a row of pixels has the colour of the scale bar's ticks.
+// The columns of an image between which a row of pixels has the colour of the scale bar.
 struct Bar {
     int first = -1;
     int last = -1;
@@ -133,7 +133,7 @@ Bar longest_bar(const QImage& image) {
     return best;
 }
 
-// Checks that the scale bar at the bottom is 100 mm long at 10 pixels a millimetre.
+// Checks that the scale bar at the bottom is 100 mm long at 10 pixels per millimetre.
 void check_bar(const QImage& image) {
     const Bar bar = longest_bar(
         image.copy(0, int(0.9 * image.height()), image.width(), int(0.1 * image.height())));
@@ -238,7 +238,7 @@ void tst_drawings_readers::ezdxf() {
                      QStringLiteral("MOUTH"), QStringLiteral("MARKS"), QStringLiteral("GRAIN"),
                      QStringLiteral("CHORD"), QStringLiteral("TEXT"), QStringLiteral("SCALE")}));
     QCOMPARE(texts, QStringList({text, QStringLiteral("100 mm")}));
-    // The texts lie within the lines but for the one beside the scale bar, which is lowest.
+    // The texts lie within the lines, except the one beside the scale bar, which is lowest.
     QCOMPARE(extents.size(), 2);
     QVERIFY(std::abs(extents[0].x() - low.x()) < 1e-4);
     QVERIFY(std::abs(extents[1].x() - high.x()) < 1e-4);
@@ -246,7 +246,7 @@ void tst_drawings_readers::ezdxf() {
     QVERIFY(extents[0].y() <= low.y() + 1e-4 && extents[0].y() > low.y() - 3.0);
 }
 
-// At 254 dots an inch a millimetre is 10 pixels.
+// At 254 dpi a millimetre is 10 pixels.
 void tst_drawings_readers::rsvg() {
     NEED(has_program("rsvg-convert"), "librsvg2-bin");
     const Scene scene = full_rib(500.0);
@@ -263,7 +263,7 @@ void tst_drawings_readers::rsvg() {
     check_bar(image);
 }
 
-// A window of the size of the drawing; 96 of its units are an inch.
+// A window of the size of the drawing, at 96 units per inch.
 void tst_drawings_readers::chromium() {
     NEED(has_program("chromium"), "chromium");
     const Scene scene = full_rib(500.0);
@@ -298,7 +298,7 @@ void tst_drawings_readers::poppler() {
                              .toDouble();
     QVERIFY(std::abs(width / 72.0 * 25.4 - bounds(scene, 0.01).width() - 10.0) < 2.0);
 
-    // Vectors and real text, no pixels.
+    // Vectors and real text, not pixels.
     QCOMPARE(run(QStringLiteral("pdfimages"), {QStringLiteral("-list"), path}).out.count('\n'), 2);
     const QString read =
         QString::fromUtf8(run(QStringLiteral("pdftotext"), {path, QStringLiteral("-")}).out);
@@ -312,7 +312,7 @@ void tst_drawings_readers::poppler() {
     check_bar(QImage(picture + QStringLiteral(".png")));
 }
 
-// Two sheets laid on each other at their crosses give the drawing at full size.
+// Two sheets superimposed at their crosses give the drawing at full size.
 void tst_drawings_readers::poppler_sheets() {
     NEED(has_program("pdftoppm"), "poppler-utils");
     Scene scene;
@@ -327,7 +327,7 @@ void tst_drawings_readers::poppler_sheets() {
     QCOMPARE(painted.code, 0);
     const Bar left = longest_bar(QImage(picture + QStringLiteral("-1.png")));
     const Bar right = longest_bar(QImage(picture + QStringLiteral("-2.png")));
-    // The first sheet shows 277 mm from x = 10 mm and the overlap, the second one the rest.
+    // The first sheet shows 277 mm from x = 10 mm and the overlap, the second the rest.
     QVERIFY2(std::abs(left.first - 100) <= 2, qPrintable(QString::number(left.first)));
     QVERIFY2(std::abs(left.last - 2910) <= 2, qPrintable(QString::number(left.last)));
     QVERIFY2(std::abs(right.first - 60) <= 2, qPrintable(QString::number(right.first)));
@@ -335,7 +335,7 @@ void tst_drawings_readers::poppler_sheets() {
     QCOMPARE(left.row, right.row);
 }
 
-// SVG and PNG are the same picture, but for the letters.
+// SVG and PNG show the same picture, except for the letters.
 void tst_drawings_readers::picture_by_rsvg() {
     NEED(has_program("rsvg-convert"), "librsvg2-bin");
     const Scene scene = full_picture();
@@ -369,7 +369,7 @@ void tst_drawings_readers::picture_by_rsvg() {
              qPrintable(QString::number(share(image) / share(own))));
 }
 
-// One page of lines and texts, none of which lies on another.
+// One page of lines and texts; no text overlaps another.
 void tst_drawings_readers::picture_by_poppler() {
     NEED(has_program("pdftotext"), "poppler-utils");
     const Scene scene = full_picture();

@@ -126,7 +126,7 @@ void tst_drawings_rib::svg_is_the_curve_data() {
     }
 }
 
-// Each point of the path lies on the curve to 1e-9 of the chord, and the lengths agree.
+// Each point of the path lies on the curve within 1e-9 of the chord, and the lengths agree.
 void tst_drawings_rib::svg_is_the_curve() {
     QFETCH(QPolygonF, points);
     QFETCH(bool, is_spline);
@@ -164,7 +164,7 @@ void tst_drawings_rib::straight_mouth() {
     const FullSize full(section, chord);
     const QPointF a = full.at(full.mouth()->from).point;
     const QPointF b = full.at(full.mouth()->to).point;
-    // Both ends lie at the openings, and one straight line leads from one to the other.
+    // Both ends are at the openings, and a straight line joins them.
     QVERIFY(std::abs(a.x() - 0.011 * chord) < 1e-3);
     QVERIFY(std::abs(b.x() - 0.0425 * chord) < 1e-3);
     QVERIFY(a.y() < 0.0 && b.y() < a.y());
@@ -186,7 +186,7 @@ void tst_drawings_rib::open_mouth() {
     const std::vector<Path> pieces = paths_of(*result.scene, Layer::stitch);
     QCOMPARE(pieces.size(), std::size_t(2));
     QVERIFY(!pieces[0].closed && !pieces[1].closed);
-    // The second piece ends where the first one begins.
+    // The second piece ends where the first begins.
     QVERIFY(norm(pieces[1].segments.back().end - pieces[0].start) < 1e-9);
 }
 
@@ -258,7 +258,7 @@ void tst_drawings_rib::mark_shapes_data() {
     QTest::newRow("notch from the curve") << int(MarkShape::notch) << 0.0 << -3.0 << 0.0;
 }
 
-// How far from the stitches a mark reaches; on a straight edge its box tells.
+// How far a mark extends from the seam; on a straight edge its box shows this.
 void tst_drawings_rib::mark_shapes() {
     QFETCH(int, shape);
     QFETCH(double, allowance);
@@ -407,7 +407,7 @@ void tst_drawings_rib::both_orders() {
         for (qsizetype k = 0; k < p.size(); ++k)
             QVERIFY2(norm(p[k] - q[k]) < 1e-4, qPrintable(QString::number(norm(p[k] - q[k]))));
     }
-    // To a thousandth of a millimetre the files are the same.
+    // Within a thousandth of a millimetre the files are the same.
     QCOMPARE(dxf(*other.scene).size(), dxf(*one.scene).size());
 }
 

@@ -46,7 +46,7 @@ void tst_drawings_scene::flattening_data() {
 }
 
 // Every point of the curve lies within the flatness of the polyline, and the polyline is not
-// needlessly fine: half as many lines would not do.
+// needlessly fine: half as many lines would not be enough.
 void tst_drawings_scene::flattening() {
     QFETCH(int, degree);
     QFETCH(double, flatness);
@@ -72,7 +72,7 @@ void tst_drawings_scene::flattened_ends() {
     QCOMPARE(flattened(path_through(square, true), 0.01).size(), 3);
     QCOMPARE(flattened(path_through(square, false), 0.01).size(), 4);
     QCOMPARE(flattened({{5.0, 6.0}, {}, true}, 0.01), QPolygonF({{5.0, 6.0}}));
-    // What is not finite, or endless, stays bounded.
+    // Values that are not finite give a bounded number of lines.
     const Path wild = {{0.0, 0.0}, {{2, {QPointF(qInf(), 0.0)}, {1.0, 0.0}}}, false};
     QVERIFY(flattened(wild, 0.01).size() <= 10001);
     const Path torn = {{0.0, 0.0}, {{3, {QPointF(qQNaN(), 0.0), QPointF()}, {1.0, 0.0}}}, false};

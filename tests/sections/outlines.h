@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Outlines whose measures are known.
+// Outlines with known measures.
 #pragma once
 
 #include "document/parastruct.h"
@@ -12,10 +12,10 @@
 
 const double pi = std::acos(-1.0);
 
-/// A four-digit section after NACA report 460: thickness @p t, camber @p m at @p p, all
-/// fractions of the chord. The thickness lies across the mean line; the trailing edge is
-/// open. From the trailing edge over the upper side round, cosine-spaced.
-/// @param count points of each side, the nose on both counted once
+/// A four-digit section as in NACA report 460: thickness @p t, camber @p m at @p p, all fractions
+/// of the chord. The thickness is perpendicular to the mean line; the trailing edge is open. From
+/// the trailing edge along the upper side and back, cosine-spaced.
+/// @param count points of each side, including the nose, which both share
 inline QPolygonF naca(double m, double p, double t, int count) {
     const auto point = [=](double x, double side) {
         const double half = 5.0 * t *
@@ -34,7 +34,7 @@ inline QPolygonF naca(double m, double p, double t, int count) {
     return outline;
 }
 
-/// An ellipse with the axes 1 and @p b from the trailing edge over the upper side round.
+/// An ellipse with the axes 1 and @p b, from the trailing edge along the upper side and back.
 inline QPolygonF ellipse(int count, double b) {
     QPolygonF points;
     for (int i = 0; i <= count; ++i) {
@@ -57,7 +57,7 @@ inline QPolygonF reversed(QPolygonF points) {
     return points;
 }
 
-/// @p points scaled and turned to the left about the origin.
+/// @p points scaled and rotated to the left about the origin.
 inline QPolygonF turned(const QPolygonF& points, double degrees, double scale = 1.0) {
     const double a = degrees * pi / 180.0;
     QPolygonF result;

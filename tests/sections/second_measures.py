@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Measures every readable table a second time, by SciPy's splines, adaptive quadrature and
-# minimisation, from the points that convert writes, and compares the results.
-# Usage: second_measures.py PROGRAM FILE-OR-FOLDER...
+# Measures every readable table independently, by SciPy's splines, adaptive quadrature and
+# minimisation, from the points that convert writes, and compares the results. Usage:
+# second_measures.py PROGRAM FILE-OR-FOLDER...
 import json
 import subprocess
 import sys
@@ -135,7 +135,7 @@ class Outline:
         return (i, result.x) if -result.fun >= found else (i, middle)
 
     def crossings(self, f):
-        """All places where f changes its sign or is 0."""
+        """All places where f changes sign or is 0."""
         found = []
         for i, t, places in self.scan():
             values = f(places)
@@ -157,7 +157,7 @@ class Outline:
         return total
 
     def integral(self, f):
-        """Integral of f(position, slope) by the parameter, exact for products of cubics."""
+        """Integral of f(position, slope) over the parameter, exact for products of cubics."""
         x, w = np.polynomial.legendre.leggauss(12)
         total = 0
         for piece in self.pieces:
@@ -184,7 +184,7 @@ def cut(outline, nose, f, height, side):
 
 
 def peaks(outline, nose, origin, axis, zero=0.0):
-    """Greatest thickness and camber across the axis, per length of it; the camber above zero."""
+    """Greatest thickness and camber across the axis, per its length; the camber above zero."""
     length = np.hypot(*axis)
     along = lambda q: (q - origin) @ axis / length ** 2
     normal = np.array([-axis[1], axis[0]])

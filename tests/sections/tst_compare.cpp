@@ -40,7 +40,7 @@ void tst_compare::a_section_with_itself() {
                  section.curve.length_to(leading_edge_of(section.curve)), 1e-12);
 }
 
-// Of two ellipses with one long axis the short axes are farthest apart.
+// Two ellipses with the same long axis are farthest apart at the short axes.
 void tst_compare::ellipses() {
     const Section thin = section_of(ellipse(400, 0.1));
     const Section thick = section_of(ellipse(400, 0.104));
@@ -72,7 +72,7 @@ void tst_compare::sides_apart() {
     COMPARE_NEAR(c.to_reference.greatest().greatest, -0.005, 1e-7);
 }
 
-// A bump that begins behind 0.2 and ends before 0.6.
+// A bump that begins after 0.2 and ends before 0.6.
 void tst_compare::ranges() {
     QPolygonF points = naca(0.0, 0.4, 0.12, 200);
     const Section reference = section_of(points);
@@ -112,12 +112,12 @@ void tst_compare::alignment() {
     const Comparison c = compare(straight, tilted, true);
     COMPARE_NEAR(c.greatest(), 0.0, 1e-9);
     COMPARE_NEAR(c.angle, -3.0, 1e-6);
-    // The window makes the tilted one as wide as the other.
+    // The window scales the tilted section to the same width.
     COMPARE_NEAR(c.scale, 0.9989, 0.0005);
     COMPARE_NEAR(c.length, 0.0, 1e-9);
 }
 
-// Where the section is thinner than the deviation, a foot stays on its side.
+// Where the section is thinner than the deviation, feet stay on their side.
 void tst_compare::thin_trailing_edge() {
     QPolygonF points = ellipse(400, 0.02);
     const Section reference = section_of(points);

@@ -73,7 +73,7 @@ void tst_curves::spline_has_the_samples_of_the_window() {
     QCOMPARE(result.reason, QString());
     for (const QPointF& sample : spline.make_SplinePoly())
         COMPARE_NEAR(result.curve.nearest(sample).distance, 0.0, 1e-13);
-    // And the other way: the ends of each piece are values at a knot.
+    // Conversely, the ends of each piece are values at a knot.
     const std::vector<Piece>& pieces = result.curve.pieces();
     COMPARE_NEAR(norm(pieces.front().position(0.0) - points.first()), 0.0, 0.0);
     COMPARE_NEAR(norm(pieces.back().position(1.0) - points.last()), 0.0, 1e-15);
@@ -89,7 +89,7 @@ void tst_curves::spline_pieces() {
     QCOMPARE(curve.pieces().size(), std::size_t(8));
     for (std::size_t i = 0; i < 8; ++i)
         QCOMPARE(curve.pieces()[i].degree(), i == 0 || i == 7 ? 1 : 2);
-    // Of an inner parabola the end tangents meet in a control point; its ends are midpoints.
+    // The end tangents of an inner parabola meet in a control point; its ends are midpoints.
     COMPARE_NEAR(norm(curve.pieces()[2].position(0.0) - 0.5 * (hull[1] + hull[2])), 0.0, 1e-15);
     for (int i = 0; i < 7; ++i)
         QVERIFY(!curve.has_corner_after(i));
@@ -175,7 +175,7 @@ void tst_curves::refused_splines() {
 }
 
 void tst_curves::circle() {
-    // 0.5 of radius, 400 points: what is left is of the order of the fourth power of the step.
+    // Radius 0.5, 400 points: the error is of the order of the fourth power of the step.
     const Curve curve = table_curve(ellipse(400, 1.0)).curve;
     COMPARE_NEAR(curve.length(), pi, 1e-6);
     COMPARE_NEAR(curve.signed_area(), 0.25 * pi, 1e-6);
@@ -183,7 +183,7 @@ void tst_curves::circle() {
     COMPARE_NEAR(curve.curvature(curve.place_at(0.5 * pi)), 2.0, 1e-3);
 }
 
-// The error between the points falls with the fourth power of their distance.
+// The error between the points decreases with the fourth power of their distance.
 void tst_curves::ellipse_converges() {
     const double b = 0.12;
     double before = 0.0;
@@ -228,7 +228,7 @@ void tst_curves::nose_of_a_thin_table_is_no_corner() {
 }
 
 void tst_curves::long_edge_stays_straight() {
-    // A round nose of radius 0.05 between two edges that lean on it.
+    // A round nose of radius 0.05 between two tangent edges.
     QPolygonF points = {{1.0, 0.05}};
     for (int i = 0; i <= 20; ++i) {
         const double a = pi * (0.5 + i / 20.0);
@@ -239,7 +239,7 @@ void tst_curves::long_edge_stays_straight() {
     QCOMPARE(result.straight_edges, 2);
     QCOMPARE(result.corners, 0);
     COMPARE_NEAR(result.curve.length(), 1.9 + 0.05 * pi, 2e-6);
-    // And bends into the edges without a kink.
+    // It joins the edges without a kink.
     const std::vector<Piece>& pieces = result.curve.pieces();
     COMPARE_NEAR(turning(pieces[0].tangent(1.0), pieces[1].tangent(0.0)), 0.0, 1e-12);
 }
@@ -337,7 +337,7 @@ void tst_curves::parts() {
     QCOMPARE(corners(curve.reversed()), 5);
     COMPARE_NEAR(curve.reversed().length(), curve.length(), 1e-13);
     COMPARE_NEAR(curve.reversed().signed_area(), -curve.signed_area(), 1e-15);
-    // The end of one piece is the start of the next one.
+    // The end of one piece is the start of the next.
     QCOMPARE(curve.part({0, 1.0}, {2, 0.0}).pieces().size(), std::size_t(1));
     QVERIFY(curve.part({0, 1.0}, {1, 0.0}).is_empty());
 }

@@ -83,13 +83,13 @@ void tst_lep_points::counts() {
         QCOMPARE(lines.size(), counts[0] + 6);
         QCOMPARE(made.lines.size(), std::size_t(made.points.size()));
 
-        // The ends of the pieces are the rows that they were.
+        // The ends of the pieces are unchanged rows.
         COMPARE_BITS(made.points.first(), QPointF(1.0, 0.0));
         COMPARE_BITS(made.points[tables::nose_row(made.points)], QPointF(0.0, 0.0));
         COMPARE_BITS(made.points.last(), QPointF(1.0, 0.0));
         COMPARE_NEAR(made.points[upper - 1].x(), start / 100.0, 1e-15);
         COMPARE_NEAR(made.points[upper + intake - 2].x(), end / 100.0, 1e-15);
-        // The rows between lie on the section that the points come from.
+        // The rows between them lie on the section from which the points were taken.
         const qsizetype nose = tables::nose_row(made.points);
         for (qsizetype i = 0; i < made.points.size(); ++i) {
             const double x = made.points[i].x();

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Measures against closed forms, and what must not change them.
+// Measures against closed forms, and under changes that must not affect them.
 #include "outlines.h"
 #include "sections/measure.h"
 #include "sections/plane.h"
@@ -115,7 +115,7 @@ void tst_measure::symmetric_sections() {
         COMPARE_NEAR(each.thickness, t * naca_thickness(each.x), 1e-8);
 }
 
-// The figures that XFOIL's definitions give for this section.
+// The figures by XFOIL's definitions for this section.
 void tst_measure::cambered_section() {
     const Measures m = measure(section_of(naca(0.04, 0.4, 0.12, 200)));
     COMPARE_NEAR(m.camber->size, 0.0382, 0.00005);
@@ -139,7 +139,7 @@ void tst_measure::convergence_data() {
     QTest::newRow("801-points") << 400 << 2e-9 << 5e-4;
 }
 
-// Per chord line, since the width of the points depends on where they are.
+// Relative to the chord line, because the width depends on the spacing of the points.
 void tst_measure::convergence() {
     QFETCH(int, count);
     QFETCH(double, length_error);
@@ -151,17 +151,17 @@ void tst_measure::convergence() {
     COMPARE_NEAR(m.nose->radius / m.chord / radius, 1.0, radius_error);
 }
 
-// A nose of one parabola: the mean curvature of a stretch is its turn over its length.
+// A nose of one parabola: the mean curvature of an arc is its turning angle over its length.
 void tst_measure::spline_nose() {
     QPolygonF points = {{1.0, 0.0},   {0.5, 0.08},  {0.0, 0.06},
                         {0.0, -0.06}, {0.5, -0.08}, {1.0, 0.0}};
     const Measures m = measure(*section_of_spline(spline_of(points)).section);
     QVERIFY(m.nose.has_value());
     // x = c y^2 of the two inner parabolas that meet at the knot on the axis is straight
-    // there: between them the control leg from 0.06 to -0.06 is touched in its middle.
+    // there: they touch the control leg from 0.06 to -0.06 at its midpoint.
     COMPARE_NEAR(m.nose->upper, m.nose->lower, 1e-12);
     COMPARE_NEAR(m.nose->radius, m.nose->upper, 1e-12);
-    // P(u) from the middle of the leg at the nose to the middle of the next leg.
+    // P(u) from the midpoint of the leg at the nose to the midpoint of the next leg.
     const QPointF start(0.0, 0.0), control(0.0, -0.06), end(0.25, -0.07);
     const Piece lower = Piece::parabola(start, control, end);
     const double u = lower.parameter_at(nose_stretch * m.chord);

@@ -106,7 +106,7 @@ void tst_pieces::parabola() {
     }
 }
 
-// The length does not jump where the closed form takes over from the rule.
+// The length does not jump where the closed form replaces the quadrature.
 void tst_pieces::nearly_straight_parabola() {
     for (double bend = 1e-16; bend < 1.0; bend *= 1.5) {
         const Piece piece = Piece::parabola({0.0, 0.0}, {0.5, bend}, {1.0, 0.0});

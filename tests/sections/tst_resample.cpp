@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// New points: where they lie, and how far straight lines between them are off.
+// New points: where they lie, and the deviation of the straight lines between them.
 #include "outlines.h"
 #include "sections/plane.h"
 #include "sections/resample.h"
@@ -55,7 +55,7 @@ void tst_resample::points_on_the_curve() {
     }
 }
 
-// Half a circle to the nose has equal angles.
+// On a semicircle up to the nose, the angles are equal.
 void tst_resample::uniform_steps() {
     const Resampled result = resample(table_curve(ellipse(400, 1.0)).curve, 41, Spacing::uniform);
     for (int i = 0; i <= 40; ++i) {
@@ -75,7 +75,7 @@ void tst_resample::cosine_steps() {
     }
 }
 
-// The best of the three for the same number of points.
+// The most accurate of the three spacings for the same number of points.
 void tst_resample::curvature_steps() {
     const Curve curve = table_curve(naca(0.02, 0.4, 0.12, 200)).curve;
     for (const int count : {40, 80, 160}) {
@@ -83,7 +83,7 @@ void tst_resample::curvature_steps() {
         QVERIFY(curved < 0.5 * resample(curve, count, Spacing::uniform).off);
         QVERIFY(curved < 0.9 * resample(curve, count, Spacing::cosine).off);
     }
-    // The distance falls with the square of the number.
+    // The deviation decreases with the square of the number.
     const double ratio =
         resample(curve, 40, Spacing::curvature).off / resample(curve, 160, Spacing::curvature).off;
     QVERIFY2(ratio > 12.0 && ratio < 22.0, qPrintable(QString::number(ratio)));

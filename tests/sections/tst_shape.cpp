@@ -27,7 +27,7 @@ double camber(double x) {
     return 0.1 * x * (1.0 - x);
 }
 
-// A cambered section of 12 % thickness, of 2 count + 1 rows gathered at both ends.
+// A cambered section of 12 % thickness, of 2 count + 1 rows concentrated at both ends.
 QPolygonF section(int count = half) {
     QPolygonF points;
     for (int i = -count; i <= count; ++i) {
@@ -107,7 +107,7 @@ void tst_shape::sound_data() {
     QTest::newRow("three decimals") << table_of(rounded(section(20), 1e-3));
     QTest::newRow("four decimals") << table_of(rounded(section(80), 1e-4));
     QTest::newRow("17 stations") << table_of(rounded(section(17), 1e-4));
-    // Rows at wide gaps lie off what the close ones around them suggest.
+    // Rows at wide gaps deviate from what closely spaced rows around them suggest.
     QTest::newRow("close rows and wide gaps") << [] {
         QPolygonF points;
         for (const double x : {1.0, 0.997, 0.987, 0.938, 0.891, 0.668, 0.622, 0.384, 0.293, 0.139,
@@ -241,8 +241,8 @@ void tst_shape::found() {
              expected.join(QLatin1Char('\n')));
 }
 
-// A wrong third decimal in a row of tables as they are: each finding names the row. Most are
-// found; where rows are few, the neighbours do not tell.
+// A wrong third decimal in a row of realistic tables: each finding names the row. Most are found;
+// where rows are sparse, the neighbours do not reveal it.
 void tst_shape::missed_digits() {
     std::mt19937 chance(3);
     int named = 0;
@@ -297,7 +297,7 @@ void tst_shape::awkward_data() {
     QTest::newRow("no lines") << no_lines;
 }
 
-// Whatever comes, there is an answer.
+// Any input gives a result.
 void tst_shape::awkward() {
     QFETCH(Table, table);
 
@@ -308,7 +308,7 @@ void tst_shape::awkward() {
     }
 }
 
-// Each check of a long table goes through it once, and its findings can be read.
+// Each check passes once over a long table, and gives few enough findings to read.
 void tst_shape::many() {
     constexpr int count = 150000;
     QPolygonF repeated;

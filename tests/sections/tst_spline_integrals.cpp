@@ -11,8 +11,8 @@ using namespace sections;
 
 namespace {
 
-// The curve with its derivatives by the knot parameter, from those of the basis functions:
-// N' = d (N[i, d-1] / (t[i+d] - t[i]) - N[i+1, d-1] / (t[i+d+1] - t[i+1])).
+// The curve with its derivatives with respect to the knot parameter, from those of the basis
+// functions: N' = d (N[i, d-1] / (t[i+d] - t[i]) - N[i+1, d-1] / (t[i+d+1] - t[i+1])).
 class BasisCurve {
 public:
     explicit BasisCurve(const SplineFoil& spline) : foil(spline) {}
@@ -50,7 +50,7 @@ private:
     SplineFoil foil;
 };
 
-// The knot spans in which the curve moves, cut into pieces for the rule.
+// The knot spans in which the curve moves, divided for the quadrature.
 template<typename Function>
 double integral(const SplineFoil& spline, const Function& f) {
     constexpr int cuts = 16;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the window makes of a file, and whether that is what the file means.
+// What the window shows of a file, and whether that is what the file means.
 #include "document/splinebytes.h"
 #include "sections/verdict.h"
 #include "support/testmain.h"
@@ -338,13 +338,13 @@ void tst_verdict::splines() {
     const Judgement judgement = sections::judge_spline(bytes);
     QCOMPARE(judgement.reason, reason);
     QCOMPARE(int(judgement.verdict), int(reason.isEmpty() ? Verdict::ok : Verdict::bad));
-    // What was cut off stands for zeros, which have faults of their own.
+    // Items that were cut off count as zeros, which have further faults.
     QCOMPARE(texts(judgement.findings).mid(0, 1), findings.mid(0, 1));
     if (judgement.verdict == Verdict::ok)
         QCOMPARE(texts(judgement.findings), findings);
 }
 
-// The window's own samples are what they mean.
+// The samples of the window are ok.
 void tst_verdict::samples() {
     const QStringList names = {
         QStringLiteral("naca-0006-thin.dat"),    QStringLiteral("naca-0012-decimal-commas.txt"),

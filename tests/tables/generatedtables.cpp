@@ -11,7 +11,7 @@
 
 namespace {
 
-// A number as it stands in the table, and the fraction of the chord that it means.
+// A number as written in the table, and the fraction of the chord that it means.
 struct Number {
     QByteArray text;
     double meaning = 0.0;
@@ -94,8 +94,8 @@ Number Maker::number(double fraction) {
     return number;
 }
 
-// The thickness and camber of the four-digit family, on stations that both sides share or with
-// the thickness set off square to the mean line.
+// The thickness and camber of the four-digit family, either on stations that both sides share or
+// with the thickness perpendicular to the mean line.
 void Maker::make_section() {
     const int steps = 7 + below(one_in(5) ? 90 : 40);
     const double thickness = 0.05 + 0.01 * below(18);

@@ -10,10 +10,10 @@
 struct GeneratedTable {
     QByteArray bytes;
     QByteArray layout;           ///< As it was written.
-    QByteArray oddities;         ///< What was done to it, for people.
-    QPolygonF points;            ///< The outline that a right reading gives.
-    bool in_millimetres = false; ///< The chord is known but for what the nose carries beyond it.
-    bool damaged = false;        ///< A number was spoilt: only a refusal is right.
+    QByteArray oddities;         ///< What was done to it, as a text for messages.
+    QPolygonF points;            ///< The outline that a correct reading gives.
+    bool in_millimetres = false; ///< The chord is known only up to what the nose adds to it.
+    bool damaged = false;        ///< A number was damaged: only a refusal is correct.
 };
 
 /// The same seed gives the same table on every machine.

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
 # Runs the command line program on tables of every layout that fill tens of megabytes, with the
-# shortest rows that make a section, and compares its greatest memory with the stated bound.
+# shortest rows that make a section, and compares its peak memory with the documented limit.
 import math
 import os
 import pathlib
@@ -63,7 +63,7 @@ class Memory(unittest.TestCase):
         self.file = self.folder / "table"
 
     def write(self, given, size):
-        """In small parts, or this process would be the larger one: a child starts as its copy."""
+        """In small parts, to keep this process smaller than its child, which starts as a copy of it."""
         times = max(1, size // sum(map(len, given)))
         at_once = 1000
         with open(self.file, "wb") as file:
@@ -74,7 +74,7 @@ class Memory(unittest.TestCase):
         return self.file.stat().st_size
 
     def run_check(self):
-        """The greatest memory of a run, bytes, and the beginning of its output."""
+        """The peak memory of a run, in bytes, and the beginning of its output."""
         with open(self.folder / "output", "w+b") as output:
             process = subprocess.Popen([PROGRAM, "check", self.file], stdout=output,
                                        stderr=subprocess.DEVNULL)

@@ -35,7 +35,7 @@ Table table_of(const QPolygonF& points) {
     return table;
 }
 
-// The outline turned by an angle about the origin, scaled and shifted.
+// The outline rotated by an angle about the origin, scaled and shifted.
 QPolygonF placed(const QPolygonF& points, double angle, double scale, QPointF shift) {
     QPolygonF turned;
     for (const QPointF& point : points) {
@@ -173,8 +173,8 @@ void tst_arrange::normalizing() {
     }
 }
 
-// The two places where the mouth ends are the same ones of the cloth before and after, whichever
-// side the table begins with.
+// The two ends of the mouth are at the same places of the surface before and after, whichever side
+// the table begins with.
 void tst_arrange::mouth_stays_on_the_cloth() {
     for (const QPolygonF& outline : {section, backwards(section)}) {
         Table table = table_of(placed(outline, 0.1, 2.0, {0.3, 0.1}));
@@ -198,14 +198,14 @@ void tst_arrange::mouth_stays_on_the_cloth() {
         // A mouth that begins at the nose begins at the nose.
         table.openings->start = 0.0;
         COMPARE_BITS(tables::normalized(table).openings->start, 0.0);
-        // Even where the row ahead of all is another one before.
+        // Even if another row was foremost before.
         QPolygonF blunt = outline;
         blunt.insert(outline[2].y() > 0.0 ? 3 : 4, QPointF(0.002, 0.02));
         Table steep = table_of(placed(blunt, 0.3, 1.0, {}));
         QVERIFY(steep.points[tables::nose_row(steep.points)].x() < 0.0);
         steep.openings = Openings{0.0, 20.0};
         COMPARE_BITS(tables::normalized(steep).openings->start, 0.0);
-        // A closed rib stays one, without a word.
+        // A closed rib stays closed, without a note.
         table.openings = Openings{};
         const Table rib = tables::normalized(table);
         COMPARE_BITS(rib.openings->end, 0.0);

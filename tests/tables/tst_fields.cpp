@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The fields of a line, and what its commas are.
+// The fields of a line, and the meaning of its commas.
 #include "support/testmain.h"
 #include "tables/fields_p.h"
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Known sections in every layout with random oddities: read to the same points or refused with
-// a reason, none silently wrong. AEROLITH_GENERATED_TABLES sets how many, AEROLITH_TABLES_KEEP a
+// Known sections in every layout with random oddities: read to the same points or refused with a
+// reason, never silently wrong. AEROLITH_GENERATED_TABLES sets their number, AEROLITH_TABLES_KEEP a
 // folder for those that fail.
 #include "generatedtables.h"
 #include "support/testmain.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What real tables have beside plain rows: read to the same points, with a finding where
-// something was put right.
+// What real tables contain besides plain rows: read to the same points, with a finding where
+// something was corrected.
 #include "support/testmain.h"
 #include "tables/table.h"
 
@@ -122,7 +122,7 @@ void tst_oddities::titles() {
     QCOMPARE(read(above + plain).title, title);
 }
 
-// Thickness and mean line are no outline; the table that combines them is.
+// Tables of thickness and of the mean line are not outlines; the combined table is.
 void tst_oddities::combined_table_counts() {
     const Table table = read("THICKNESS, MEAN LINE\n"
                              "1 0 0.0 **** 0.0 0.3\n2 0.1 0.04 0.4 0.01 0.1\n"

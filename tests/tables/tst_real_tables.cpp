@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Tables of other programs, read against a list of what each file is, which was made by
-// looking at the files. The folder of the files is given by AEROLITH_TABLES.
+// Tables of other programs, compared with a list of what each file contains, which was made by
+// inspection. AEROLITH_TABLES is the folder of the files.
 #include "airfoil/airfoil.h"
 #include "support/testmain.h"
 #include "tables/table.h"
@@ -123,7 +123,7 @@ void tst_real_tables::window_shows_what_is_meant_data() {
     add_rows();
 }
 
-// What is written for the window comes out of its reader as the same outline.
+// The window's reader gives the same outline for what is written for it.
 void tst_real_tables::window_shows_what_is_meant() {
     if (folder.isEmpty())
         QSKIP("AEROLITH_TABLES names no folder.");

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Bytes to text: encodings, line ends, what ends a file.
+// Bytes to text: encodings, line ends, end-of-file characters.
 #include "support/testmain.h"
 #include "tables/text_p.h"
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Writing coordinate tables: the texts, and what the window's reader makes of its own form.
+// Writing coordinate tables: the texts, and how the window's reader reads its own format.
 #include "airfoil/airfoil.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -48,7 +48,7 @@ QPolygonF moved(QPolygonF points, double scale, QPointF shift) {
     return points;
 }
 
-// Points on an ellipse-like section with another frame and open ends, drawn by chance.
+// Points on a random ellipse-like section with another frame and open ends.
 QPolygonF random_section(std::mt19937& chance) {
     const auto between = [&chance](double least, double greatest) {
         return std::uniform_real_distribution<double>(least, greatest)(chance);
@@ -63,7 +63,7 @@ QPolygonF random_section(std::mt19937& chance) {
         const double y = (i < 0 ? height : -0.6 * height) * (std::sqrt(x) - x);
         points << QPointF(x, y + 0.002 * (i < 0 ? x : -x)) * chord + shift;
     }
-    // Once in a while the last end, not the first one, is the one farther behind.
+    // Sometimes the last end, not the first, is farther aft.
     points.last().rx() += between(-0.01, 0.01) * chord;
     return between(0.0, 1.0) < 0.5 ? points : backwards(points);
 }
@@ -273,8 +273,8 @@ void tst_write::json() {
     QVERIFY(tables::write(table_of(section), Format::json).bytes.contains("\"openings\": null"));
 }
 
-// For random outlines, decimals and titles the window shows each point where it was meant: the
-// first one at (1, 0), the width 1, in the order written.
+// For random outlines, decimals and titles the window shows each point at its intended place: the
+// first at (1, 0), the width 1, in the order written.
 void tst_write::window_reads_what_was_meant() {
     const QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("table.dat"));
@@ -332,7 +332,7 @@ void tst_write::options() {
     options.decimals = 4;
     const Written written = tables::write(table, Format::csv, options);
     const QByteArrayList lines = written.bytes.split('\n');
-    // The chord falls by atan(0.005), so the mouth's places on it are nearly the same.
+    // The chord line slopes by atan(0.005), so the stations of the mouth are nearly the same.
     QVERIFY2(lines[1].startsWith("# openings: 4.99"), lines[1].constData());
     QCOMPARE(lines[3], QByteArray("1.0000,0.0000"));
     QCOMPARE(lines[4].left(7), QByteArray("0.4998,"));

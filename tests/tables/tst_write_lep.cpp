@@ -19,7 +19,7 @@ namespace {
 const QPolygonF section = {{1.0, 0.0},   {0.5, 0.1},   {0.1, 0.05},  {0.0, 0.0}, {0.1, -0.01},
                            {0.3, -0.03}, {0.5, -0.05}, {0.7, -0.07}, {1.0, 0.0}};
 
-// As many points as told, an odd number, round an ellipse.
+// An odd number of points round an ellipse.
 QPolygonF ellipse(int count) {
     QPolygonF points;
     for (int i = 0; i < count; ++i) {
@@ -67,7 +67,7 @@ void tst_write_lep::rows_data() {
     QTest::addColumn<double>("start");
     QTest::addColumn<double>("end");
     QTest::addColumn<QByteArray>("counts");
-    QTest::addColumn<QByteArray>("lower"); // rows behind the nose
+    QTest::addColumn<QByteArray>("lower"); // rows after the nose
 
     const QByteArray row_10 = " 0.100 -0.010\n";
     const QByteArray row_30 = " 0.300 -0.030\n";
@@ -137,7 +137,7 @@ void tst_write_lep::refused() {
     QCOMPARE(written.findings.last().text, reason);
 }
 
-// The frame is the profile's own; the mouth stays at the points where it was.
+// The frame is that of the profile; the mouth stays at the same points.
 void tst_write_lep::turned_into_the_frame() {
     const QByteArray expected = write(table_of(section, Openings{30.0, 50.0})).bytes;
     const Written written = write(table_of(moved(section, 3.0, {1.0, 2.0}), Openings{30.0, 50.0}));
@@ -153,7 +153,8 @@ void tst_write_lep::turned_into_the_frame() {
     QCOMPARE(write(table_of(open, Openings{30.0, 50.0})).findings.size(), 2);
 }
 
-// The row put in lies on the section that the rows come from. Straight lines are 5e-5 off it.
+// The inserted row lies on the section from which the rows were taken. Straight lines would be 5e-5
+// off.
 void tst_write_lep::openings_lie_on_the_curve() {
     const QPolygonF points = ellipse(121);
     for (const double station : {0.5, 1.0, 2.5, 20.0, 60.0}) {

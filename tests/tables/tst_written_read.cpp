@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What is written reads back equal: all formats, random sections, both orders.
+// Written tables read back equal: all formats, random sections, both orders.
 #include "support/exactcompare.h"
 #include "support/testmain.h"
 #include "tables/arrange.h"
@@ -47,7 +47,8 @@ struct Maker {
     }
 };
 
-// The worst distance of the points, in x or y, to those expected; infinite for other counts.
+// The greatest difference of the points, in x or y, from those expected; infinite if the counts
+// differ.
 double distance(const QPolygonF& points, const QPolygonF& expected) {
     if (points.size() != expected.size())
         return qInf();
@@ -59,7 +60,7 @@ double distance(const QPolygonF& points, const QPolygonF& expected) {
     return worst;
 }
 
-// What the reading has to say, and how the text begins.
+// The findings of the reading, and the beginning of the text.
 QString story(const Table& table, const QByteArray& bytes) {
     QString text = QString::fromUtf8(bytes.left(300));
     for (const tables::Finding& finding : table.findings)
@@ -131,8 +132,8 @@ void tst_written_read::same_points() {
     }
 }
 
-// A profile with openings reads back with its openings; written once more it has the same bytes,
-// and from the other order of its rows too.
+// A profile with openings reads back with its openings. Written again it has the same bytes, even
+// from the reversed order of its rows.
 void tst_written_read::profile_again() {
     Maker maker(5);
     for (int run = 0; run < 200; ++run) {
@@ -162,7 +163,7 @@ void tst_written_read::carried_data() {
     }
 }
 
-// Title and openings come back as they were, to the last bit.
+// Title and openings are preserved to the last bit.
 void tst_written_read::carried() {
     QFETCH(int, format);
     QFETCH(QString, title);
