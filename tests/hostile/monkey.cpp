@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A user who does anything at all with the main window.
+// A user who does anything with the main window.
 #include "hostile/monkey.h"
 
 #include "airfoil/airfoil.h"
@@ -29,7 +29,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Each window of the program holds one more connection for every time that it was shown.
+// Each window of the program has one more connection for every time it was shown.
 constexpr int steps_of_a_window = 2000;
 
 constexpr int most_answers = 4;
@@ -60,7 +60,7 @@ bool is_modal_child(const QWidget* widget) {
     return widget && widget->isVisible() && !qobject_cast<const QMainWindow*>(widget);
 }
 
-// Answers the modal window that is open, if any. The number chooses among its answers.
+// Answers the modal window that is open, if any. The number chooses the answer.
 void answer(QWidget* widget, int number, const QString& file_name) {
     if (auto* menu = qobject_cast<QMenu*>(widget)) {
         const QList<QAction*> actions = menu->actions();
@@ -197,7 +197,7 @@ void Monkey::make_choices() {
 QPointF Monkey::position() {
     const SplineFoil& spline = GetDataStruct()->spline;
     if (editor && spline.point_count() > 0 && one_in(2)) {
-        // Where there is something to pick.
+        // Where there is a point to pick.
         const QPointF point = spline.CP[below(spline.point_count())];
         const QPointF shown = editor->f_scale * point + editor->p_D;
         if (std::abs(shown.x()) < 1e5 && std::abs(shown.y()) < 1e5)
@@ -243,7 +243,7 @@ void Monkey::send_key() {
     }
 }
 
-// Lets an action run that opens modal windows, and answers each of them.
+// Runs an action that opens modal windows, and answers each of them.
 void Monkey::while_answering(const std::function<void()>& act) {
     const QString names[] = {any_of(splines),           any_of(tables), folder + u"/missing.spl"_s,
                              folder + u"/new.spl"_s,    folder,         QString(),
@@ -259,9 +259,9 @@ void Monkey::while_answering(const std::function<void()>& act) {
         if (!is_modal_child(widget) || widget == answered)
             return;
         answered = widget;
-        // A dialog that its answer leaves open, as for a missing file, is closed in the end.
+        // A dialog that stays open after its answer, as for a missing file, is eventually closed.
         const bool give_up = ++answers > most_answers;
-        // A timer stands still while it runs, and an answer may open the next window.
+        // A timer does not fire while its slot runs, and an answer may open the next window.
         QTimer::singleShot(0, widget, [widget, number, name, give_up, &answered] {
             const QPointer<QWidget> still_there(widget);
             if (auto* dialog = qobject_cast<QDialog*>(widget); dialog && give_up)
@@ -401,7 +401,7 @@ QString Monkey::broken_rule() const {
     const int count = spline.point_count();
     if (longest_painting > longest_time)
         return u"a paint took %1 s"_s.arg(longest_painting);
-    // A file's count is kept as it was, and the first edit brings it into its range.
+    // The count in a file is kept as it was, and the first edit brings it into range.
     if (spline.num_pnt != loaded_count && (spline.num_pnt < 0 || spline.num_pnt > MAXNUMPOINTS))
         return u"the count is %1"_s.arg(spline.num_pnt);
     if (editor->pnt_selected < -1 || editor->pnt_selected >= std::max(count, 1))
@@ -417,7 +417,7 @@ QString Monkey::broken_rule() const {
 
 void Monkey::digest_state() {
     const auto add = [this](const void* data, std::size_t size) {
-        // Fowler, Noll and Vo's hash: Qt's own hashes differ from run to run.
+        // The Fowler-Noll-Vo hash, because Qt's own hashes differ from run to run.
         for (std::size_t i = 0; i < size; ++i)
             state = (state ^ static_cast<const uchar*>(data)[i]) * 0x100000001b3;
     };

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A user who does anything at all with the main window. What it does follows from its seed
-// alone, so a seed replays.
+// A user who does anything with the main window. The seed alone determines the actions, so a run
+// can be repeated.
 #pragma once
 
 #include "app/mainwindow.h"
@@ -13,21 +13,21 @@
 #include <memory>
 #include <random>
 
-/// Sends random events to a main window and checks after each what must always hold.
+/// Sends random events to a main window and checks the invariants after each.
 class Monkey : public QObject {
 public:
     /// @param seed   the seed of every choice
     /// @param folder a writable folder for its files
     Monkey(quint32 seed, const QString& folder);
 
-    /// Does one thing. @return what does not hold any more afterwards, empty for all well
+    /// Performs one action. @return the invariant that no longer holds, empty for none
     QString step();
 
-    QString last_event() const { return event; }              ///< What it did last.
+    QString last_event() const { return event; }              ///< The last action.
     double longest_step() const { return longest; }           ///< Processor time, in seconds.
     double longest_paint() const { return longest_painting; } ///< The same of one paint.
     int paints() const { return painted; }                    ///< Paints of the editor so far.
-    quint64 digest() const { return state; }                  ///< Of all states so far.
+    quint64 digest() const { return state; }                  ///< Hash of all states so far.
 
     /// Times the editor's paints.
     bool eventFilter(QObject* watched, QEvent* sent) override;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the tests of saving share.
+// Helpers shared by the tests of saving.
 #include "hostile/savingtools.h"
 
 #include <QDir>
@@ -22,7 +22,7 @@ Prepared prepared;
 
 namespace {
 
-// Ends a process without running what its parent has registered for its exit.
+// Ends a process without running the exit handlers of its parent.
 [[noreturn]] void end_process(int result) {
     std::fflush(nullptr);
 #ifdef AEROLITH_COVERAGE
@@ -37,7 +37,7 @@ bool told(bool done, const char* what) {
     return done;
 }
 
-// Permissions do not bind the administrator, and mistakes of a test must not reach devices.
+// Permissions do not restrict root, and mistakes of a test must not reach devices.
 bool become_ordinary_user() {
     constexpr uid_t nobody = 65534;
     char folder[] = "/tmp/aerolith-saving-XXXXXX";
@@ -65,7 +65,7 @@ void remove_prepared() {
 int run_as_ordinary_user(const std::function<int()>& test) {
     if (::geteuid() != 0)
         return test();
-    // The administrator's process stays to remove what it has made.
+    // The process of root stays to remove what it has created.
     int to_parent[2];
     if (::pipe(to_parent) != 0)
         return 1;
@@ -77,7 +77,7 @@ int run_as_ordinary_user(const std::function<int()>& test) {
         const int result = ordinary && known ? test() : 1;
         end_process(result);
     }
-    // Or the reading below would wait for what this process itself may write.
+    // Otherwise the read below would wait for this process's own end of the pipe.
     ::close(to_parent[1]);
     const int result = result_of(process);
     char folder[64] = {};

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the tests of saving share: they run as an ordinary user, whom permissions bind.
+// Helpers shared by the tests of saving, which run as an ordinary user, to whom permissions apply.
 #pragma once
 
 #include <QByteArray>
@@ -14,14 +14,14 @@
 #include <sys/stat.h>
 #include <sys/types.h>
 
-/// What only the administrator can set up, made before the test becomes an ordinary user.
+/// What only root can set up, created before the test becomes an ordinary user.
 struct Prepared {
     QByteArray folder;      ///< Writable for everybody.
     bool full_disk = false; ///< Its folder "disk" is a file system of 64 kB.
 };
 extern Prepared prepared;
 
-/// Runs @p test, when started by the administrator in a process of an ordinary user.
+/// Runs @p test; if started by root, in a process of an ordinary user.
 int run_as_ordinary_user(const std::function<int()>& test);
 
 /// Runs @p work in another process, which then ends with 0.
@@ -31,7 +31,7 @@ pid_t in_other_process(const std::function<void()>& work);
 int result_of(pid_t process);
 
 /// @name Files
-/// Those that change something fail the test when they fail.
+/// Functions that change something fail the test when they fail.
 /// @{
 QByteArray content(const QString& path);
 void put(const QString& path, const QByteArray& bytes);
@@ -42,7 +42,7 @@ struct stat status_of(const QString& path); ///< Of a symbolic link, not of its 
 QStringList listing(const QString& folder); ///< Hidden files, too.
 /// @}
 
-/// A test whose functions have an empty folder each.
+/// A test in which each function has an empty folder.
 class SavingTest : public QObject {
     Q_OBJECT
 

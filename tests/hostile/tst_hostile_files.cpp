@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Files from anywhere: huge, damaged, changing, or no files at all.
+// Hostile files: huge, damaged, changing, or not regular.
 #include "airfoil/airfoil.h"
 #include "app/mainwindow.h"
 #include "document/readfile.h"
@@ -25,7 +25,7 @@
 
 using namespace Qt::StringLiterals;
 
-// The sanitizers keep several times the memory that the program asks for.
+// The sanitizers take several times the memory that the program requests.
 #if defined(__SANITIZE_ADDRESS__)
 #define MEMORY_IS_MEASURED 0
 #elif defined(__has_feature)
@@ -39,7 +39,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Rows of 18 bytes, as tables have them: an outline, or three columns from the leading edge.
+// Rows of 18 bytes, as in real tables: an outline, or three columns from the leading edge.
 QByteArray rows(int count, int columns) {
     QByteArray bytes = "title\n";
     for (int i = 0; i < count; ++i) {
@@ -150,7 +150,7 @@ void tst_hostile_files::large_tables_data() {
         "title-of-20-megabytes", [] { return QByteArray(20'000'000, 'x') + '\n' + rows(9, 2); }, 9);
 }
 
-// Read, listed and painted as the window does it.
+// Read, listed and painted as in the window.
 void tst_hostile_files::large_tables() {
     QFETCH(std::function<QByteArray()>, make);
     QFETCH(qsizetype, points);
@@ -168,7 +168,7 @@ void tst_hostile_files::large_tables() {
 
     qInfo("%lld bytes, %.1f s, peak %lld bytes", size, seconds(begin), qint64(peak_bytes()));
     QCOMPARE(window.p->baseAirfoilName, name);
-    // The repeated end of an outline may lie outside of the chord by a rounding.
+    // Rounding may move the repeated end of an outline outside the chord.
     QVERIFY(qAbs(window.p->baseAirfoil.size() - points) <= 2);
     QVERIFY(seconds(begin) < 60.0);
     // The program itself takes some thirty megabytes.
@@ -178,7 +178,7 @@ void tst_hostile_files::large_tables() {
     const QString listed = window.tableEdit->toPlainText();
     QVERIFY(listed == airfoil_table(u" airfoil table \t\n"_s, window.p->baseAirfoil, 1));
 
-    // The window goes on answering with all of it on the screen.
+    // The window stays responsive with all of it on the screen.
     const std::clock_t pressed = std::clock();
     QTest::mouseClick(window.symetriclButton, Qt::LeftButton);
     QCoreApplication::processEvents();
@@ -243,9 +243,9 @@ void tst_hostile_files::long_fields_data() {
         QTest::addRow("two-points-%d", size) << "1." + QByteArray(size, '1') + ".5";
         QTest::addRow("inner-minus-%d", size) << QByteArray(size, '1') + "-5";
         QTest::addRow("points-%d", size) << QByteArray(size, '.');
-        // The middle of two single-precision numbers, and a little more and less.
+        // The midpoint of two single-precision numbers, and slightly more and less.
         QTest::addRow("middle-%d", size) << "1.000000059604644775390625" + zeros;
-        // Whose double tells on which side of the middle it is.
+        // Numbers whose double shows on which side of the midpoint they are.
         QTest::addRow("near-middle-%d", size)
             << "1.00000005960464488641292746251565404236316680908203125" + zeros + '1';
         QTest::addRow("above-middle-%d", size) << "1.000000059604644775390625" + zeros + '1';
@@ -254,7 +254,7 @@ void tst_hostile_files::long_fields_data() {
     }
 }
 
-// Whatever the length of a field, its number is the one that Qt finds.
+// Whatever the length of a field, its number is the one that Qt reads.
 void tst_hostile_files::long_fields() {
     QFETCH(QByteArray, field);
     bool ok = false;
@@ -310,7 +310,7 @@ void tst_hostile_files::not_regular_data() {
     QTest::newRow("missing") << u"missing"_s;
 }
 
-// None of them is waited for: a pipe that nobody writes to would never answer.
+// The program waits for none of them: reading a pipe without a writer would never end.
 void tst_hostile_files::not_regular() {
     QFETCH(QString, kind);
     QVERIFY(QDir(dir->path()).mkdir(u"folder"_s));

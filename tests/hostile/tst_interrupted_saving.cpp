@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Saving that is killed, and saving by several windows at once.
+// Saving that is killed, and saving by several windows at the same time.
 #include "document/savefile.h"
 #include "hostile/savingtools.h"
 
@@ -70,7 +70,7 @@ void tst_interrupted_saving::killed() {
         const QByteArray left = content(path(u"old"_s));
         QVERIFY2(left == contents[0] || left == contents[1], qPrintable(QString::number(i)));
         ++found[left == contents[1]];
-        // Killed between the naming of the new file and the replacing.
+        // Killed after the new file has got its name and before it replaces the old one.
         QStringList further = listing(dir->path());
         for (const QString& file : files)
             QVERIFY(further.removeOne(file));

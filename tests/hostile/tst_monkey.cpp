@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Random events on the main window. AEROLITH_MONKEY_EVENTS and AEROLITH_MONKEY_SEED choose
-// how many and which.
+// Random events on the main window. AEROLITH_MONKEY_EVENTS sets their number, AEROLITH_MONKEY_SEED
+// the seed.
 #include "hostile/monkey.h"
 #include "support/testmain.h"
 
@@ -11,7 +11,7 @@
 namespace {
 
 const QString unsupported = QStringLiteral("This plugin does not support ");
-// Names in damaged files have letters of scripts that no font here knows.
+// Names in damaged files have letters of scripts that no installed font supports.
 const QString unknown_script = QStringLiteral("OpenType support missing for ");
 
 } // namespace
@@ -67,7 +67,7 @@ void tst_monkey::one_seed_replays() {
 int main(int argc, char* argv[]) {
     // A run may last for hours, and CTest has a limit of its own.
     qputenv("QTEST_FUNCTION_TIMEOUT", "86400000");
-    // Paints that are asked for come with the next events, not after a time.
+    // Requested paints come with the next events, not after a delay.
     qputenv("QT_QPA_UPDATE_IDLE_TIME", "0");
     const TestProcess process;
     QApplication application(argc, argv);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Saving to any target and to none, and on failing disks: the file is the old one or the new
-// one, whole, and alone.
+// Saving to valid and invalid targets, and on failing disks: the result is the old file or the new
+// one, complete, and no other file.
 #include "document/savefile.h"
 #include "hostile/savingtools.h"
 
@@ -23,14 +23,14 @@ namespace {
 
 const QByteArray old_content(5000, 'o');
 const QByteArray new_content(3000, 'n');
-mode_t mode_by_administrator = 0; // of a file that had 0451
+mode_t mode_by_administrator = 0; // of a file that had the mode 0451
 
 // A descriptor of a file without a name, negative where the file system has none.
 int open_nameless(const QString& folder) {
     return ::open(QFile::encodeName(folder).constData(), O_TMPFILE | O_RDWR, 0600);
 }
 
-// The call that a disk fails, none by default.
+// The system call that fails, none by default.
 QByteArray failing_call;
 
 template<typename... Values>
@@ -45,7 +45,7 @@ int call_unless_failing(const char* name, Values... values) {
 
 } // namespace
 
-// These stand before those of the system, for Qt too.
+// These replace the functions of the system, for Qt too.
 extern "C" {
 int fsync(int fd) {
     return call_unless_failing("fsync", fd);
@@ -105,7 +105,7 @@ void tst_saving::replacing_data() {
     QTest::newRow("out-of-linked-folder") << QStringList{u"linked-folder/../../old"_s};
 }
 
-// The file at the end of the links is another file afterwards, and they still lead to it.
+// The file at the end of the links is a new file afterwards, and they still lead to it.
 void tst_saving::replacing() {
     QFETCH(QStringList, links);
     put(path(u"old"_s), old_content);
@@ -162,7 +162,7 @@ void tst_saving::in_place() {
     QVERIFY(!write_file(path(u"old"_s), bytes));
 }
 
-// A link of the system leads to a file that has no name.
+// A link of the system leads to a file without a name.
 void tst_saving::nameless_file() {
     QFile file;
     const int fd = open_nameless(dir->path());
@@ -344,7 +344,7 @@ void tst_saving::raw_names() {
     QVERIFY(reader.open(::open(file.constData(), O_RDONLY), QIODevice::ReadOnly,
                         QFile::AutoCloseHandle));
     QCOMPARE(reader.readAll(), new_content);
-    // Nothing stays beside it.
+    // No other file remains.
     QCOMPARE(::unlink(file.constData()), 0);
     QCOMPARE(::rmdir(folder.constData()), 0);
 }
@@ -381,7 +381,7 @@ void tst_saving::devices() {
     QVERIFY(S_ISCHR(status_of(u"/dev/full"_s).st_mode));
 }
 
-// A pipe takes 64 kB at once.
+// A pipe buffers 64 kB.
 void tst_saving::slow_reader() {
     const QString pipe = path(u"pipe"_s);
     QCOMPARE(::mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
@@ -407,7 +407,7 @@ void tst_saving::failing_disk_data() {
     QTest::newRow("renaming") << QByteArray("rename");
 }
 
-// A disk that takes no new file must not be trusted with the place of the old one.
+// On a disk that fails to take a new file, the old file must not be overwritten.
 void tst_saving::failing_disk() {
     QFETCH(QByteArray, call);
     const int nameless = open_nameless(dir->path());

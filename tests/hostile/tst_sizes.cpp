@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The editor alone at any size: its grid ends and its picture is painted.
+// The editor alone at any size: the grid is finite and the picture is painted.
 #include "editor/editspline.h"
 #include "support/testmain.h"
 
@@ -33,7 +33,7 @@ void tst_sizes::painted() {
     EditSpline editor;
     editor.resize(width, height);
     editor.Init_widget();
-    // One bit a pixel, or the largest picture would take a gigabyte.
+    // One bit per pixel, because the largest picture would otherwise take a gigabyte.
     QImage image(std::max(width, 1), std::max(height, 1), QImage::Format_Mono);
     image.fill(0);
     const std::clock_t begin = std::clock();
@@ -49,7 +49,7 @@ void tst_sizes::painted() {
     QCOMPARE(editor.p->spline.num_pnt, 10);
     if (width < 100)
         return;
-    // Where there is room for it, the first control point is at the trailing edge.
+    // If there is room, the first control point is at the trailing edge.
     QVERIFY(std::abs(editor.p->spline.CP[0].x() - editor.TE.x()) < 1.0);
     for (const QPointF& point : std::as_const(editor.spline_poly))
         QVERIFY(std::isfinite(point.x()) && std::isfinite(point.y()));

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the picture is made of, changed one by one.
+// The inputs of the picture, changed one by one.
 #pragma once
 
 #include "frames.h"
@@ -10,10 +10,10 @@
 
 constexpr int template_points = 200;
 
-/// An outline as a table may give it: leaps, points far away and some that are no numbers.
+/// An outline as a damaged table may give it: jumps, points far away, and NaN.
 QPolygonF damaged_outline();
 
-/// One input of the picture, to be changed from a state that was painted several times.
+/// A change of one input of the picture, after several paints without a change.
 struct NamedChange {
     const char* name;
     void (*change)(FramePair&);

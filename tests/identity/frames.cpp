@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Frames of the editor beside frames that the plain paint makes of the same state.
+// Frames of the editor, and frames by the plain paint for the same state.
 #include "frames.h"
 
 #include "support/exactcompare.h"
@@ -170,7 +170,7 @@ QString FramePair::document_difference() const {
 }
 
 QString FramePair::difference() {
-    // What the window system still has to say (a new size, a new screen) comes first.
+    // Pending events of the window system (a new size, a new screen) come first.
     QCoreApplication::processEvents();
     take_state();
     QCoreApplication::processEvents();

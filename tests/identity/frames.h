@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Frames of the editor beside frames that the plain paint makes of the same state.
+// Frames of the editor, and frames by the plain paint for the same state.
 #pragma once
 
 #include "baseline/editor.h"
@@ -10,7 +10,7 @@
 #include <QPoint>
 #include <QString>
 
-/// What a picture is made of, apart from the widget's own attributes.
+/// The inputs of a picture, apart from the widget's own attributes.
 struct FrameState {
     ParaStruct document;
     QRect window;
@@ -26,7 +26,7 @@ struct FrameState {
     bool pressed = false;
 };
 
-/// The editor, which notes its state at the start of each paint.
+/// The editor, recording its state at the start of each paint.
 class WatchedEditor : public EditSpline {
 public:
     FrameState painted; ///< The state at the start of the last paint.
@@ -35,8 +35,8 @@ public:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// An editor and a plain one, two windows side by side. The plain one has a document of
-/// its own, so that no paint of one reaches the other.
+/// An editor and a plain one in two windows. The plain one has its own document, so that paints of
+/// one do not affect the other.
 class FramePair {
 public:
     explicit FramePair(QSize size);
@@ -60,13 +60,13 @@ public:
     /// Where control point @p i is shown, widget pixels.
     QPoint shown(int i) const;
 
-    /// Lets the plain editor paint the state that the editor painted last, and compares
-    /// the two windows' pixels and what both paints left in the document.
-    /// @return where they differ, empty for nowhere
+    /// Makes the plain editor paint the state that the editor painted last, and compares the pixels
+    /// of the two windows and the effects on the documents.
+    /// @return where they differ; empty if they do not
     QString difference();
 
-    /// The same for a picture of the present state in an image of its own.
-    /// @param ratio device pixels a logical pixel
+    /// The same for a picture of the current state in a separate image.
+    /// @param ratio device pixels per logical pixel
     QString difference_in_image(double ratio);
 
     /// The same for a grabbed part of the window.

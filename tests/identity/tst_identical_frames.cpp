@@ -1,8 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Every frame of the editor has the pixels of a paint that keeps nothing, whatever was
-// painted before. AEROLITH_IDENTITY_WALKS sets how many random walks are made; without it
-// AEROLITH_IDENTITY_BRIEF leaves out most zooms. AEROLITH_FRAMES names a folder for the
-// pictures that differ.
+// Every frame of the editor has the pixels of a paint without caches, whatever was painted before.
+// AEROLITH_IDENTITY_WALKS sets the number of random walks; without it AEROLITH_IDENTITY_BRIEF skips
+// most zooms. AEROLITH_FRAMES names a folder for pictures that differ.
 #include "baseline/scene.h"
 #include "changes.h"
 #include "frames.h"
@@ -40,8 +39,8 @@ QString step_text(const char* what, int i) {
     return QStringLiteral("%1 %2").arg(QLatin1String(what)).arg(i);
 }
 
-// So long that it is drawn in pieces. It begins at a sharp tooth, and the first piece ends
-// among others. Points that stand twice make no corner.
+// So long that it is drawn in pieces. It begins at a sharp tooth, and the first piece ends among
+// others. Repeated points make no corner.
 QPolygonF toothed_outline() {
     QPolygonF outline = {{0.9, -0.25}, {0.91, -0.2}};
     outline << smooth_outline(19'948, 0.12);
@@ -201,7 +200,7 @@ void tst_identical_frames::pans_over_the_edges_data() {
     }
 }
 
-// From the section in the window's upper left corner out of the window and back.
+// Moves the section from the window's upper left corner out of the window and back.
 void tst_identical_frames::pans_over_the_edges() {
     QFETCH(double, zoom);
     QFETCH(QPoint, step);
@@ -309,7 +308,7 @@ void tst_identical_frames::parts_of_the_window() {
     fill(pair, QStringLiteral("openings"));
     pair.editor.repaint();
     COMPARE_FRAMES(pair, QStringLiteral("start"));
-    // A part alone, then all of it: nothing that was kept from the part may be missing.
+    // A part alone, then everything: nothing may be missing after the part was cached.
     for (const double zoom : {1.0, 1.6, 0.6}) {
         set_view(pair, zoom);
         pair.editor.repaint();
@@ -360,7 +359,7 @@ void tst_identical_frames::grabbed_parts_data() {
         QTest::addRow("zoom-%g", zoom) << zoom;
 }
 
-// Pictures of parts have the view of the window but other edges.
+// Pictures of parts have the view of the window but different edges.
 void tst_identical_frames::grabbed_parts() {
     QFETCH(double, zoom);
 

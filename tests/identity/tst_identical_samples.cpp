@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Every sample of the curve has the bits of the plain recursion. AEROLITH_IDENTITY_SPLINES
-// sets how many random splines are compared in all.
+// Every sample of the curve has the bits of the plain recursion. AEROLITH_IDENTITY_SPLINES sets the
+// total number of random splines.
 #include "baseline/spline.h"
 #include "document/parastruct.h"
 #include "support/exactcompare.h"
@@ -36,7 +36,7 @@ public:
 
     void place_points(SplineFoil& spline) {
         spline.num_pnt = 1 + below(MAXNUMPOINTS);
-        // Mostly the size of a screen, now and then anything that a file may hold.
+        // Usually the size of a screen, sometimes anything that a file may hold.
         const double size = one_in(8) ? std::pow(10.0, between(-300.0, 300.0)) : 2000.0;
         for (QPointF& point : spline.CP)
             point = QPointF(between(-size, size), between(-size, size));
@@ -49,7 +49,7 @@ public:
         }
     }
 
-    // Runs of near knots one after the other, upwards or downwards along the spline.
+    // Consecutive runs of close knots, upwards or downwards along the spline.
     void sharpen_runs(SplineFoil& spline) {
         for (int runs = 1 + below(3); runs > 0; --runs) {
             const int start = below(spline.knot_count() - 1);
@@ -147,7 +147,7 @@ private slots:
 
 void tst_identical_samples::random_splines_data() {
     QTest::addColumn<int>("family");
-    // What is not finite may come out as a NaN of either sign.
+    // Values that are not finite may give a NaN of either sign.
     QTest::addColumn<bool>("finite");
 
     QTest::newRow("uniform") << 0 << true;
@@ -217,8 +217,8 @@ void tst_identical_samples::one_change_after_another_data() {
         QTest::addRow("%d-points", count) << count;
 }
 
-// Everything that the kept basis values depend on is changed by the least that makes a
-// difference, one after the other, and each time back.
+// Every input of the cached basis values is changed by the smallest effective amount, one at a
+// time, and then restored.
 void tst_identical_samples::one_change_after_another() {
     QFETCH(int, count);
 

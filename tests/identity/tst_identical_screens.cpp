@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The editor moved between screens of one and of two device pixels a logical pixel.
+// The editor moved between screens of one and of two device pixels per logical pixel.
 #include "baseline/scene.h"
 #include "frames.h"
 
@@ -48,7 +48,7 @@ void tst_identical_screens::moved_there_and_back() {
             QVERIFY(QTest::qWaitForWindowExposed(window));
             QCOMPARE(window->devicePixelRatio(), screens[screen]->devicePixelRatio());
         }
-        // To the view as it was: a move shows the window anew.
+        // Restores the view: a move shows the window again.
         pair.editor.f_scale = zoom;
         for (int i = 0; i < 3; ++i) {
             pair.editor.repaint();

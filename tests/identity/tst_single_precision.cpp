@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Coordinates that pass through single precision come out rounded: what the flags of
-// the build have to keep the compiler from leaving out.
+// Coordinates that pass through single precision are rounded. The build flags must keep the
+// compiler from omitting this.
 #include "support/exactcompare.h"
 #include "support/testmain.h"
 
@@ -15,7 +15,7 @@ constexpr double tenth = 0.100000001490116119384765625; // 0.1 in single precisi
 const QPointF given(0.1, -0.1);
 const QPointF rounded(tenth, -tenth);
 
-// Kept out of line: the compiler knows the constants above.
+// Not inlined, because the compiler knows the constants above.
 [[gnu::noinline]] void round_polygon(QPolygonF& polygon) {
     for (QPointF& point : polygon)
         point = QPointF(double(float(point.x())), double(float(point.y())));

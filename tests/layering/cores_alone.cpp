@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A program of the cores alone: no library of widgets is needed to link it.
+// A program that uses only the cores: it links without the widgets library.
 #include "airfoil/airfoil.h"
 #include "document/savefile.h"
 #include "numerics/fourier.h"

@@ -63,7 +63,7 @@ class Memory(unittest.TestCase):
         self.file = self.folder / "table"
 
     def write(self, given, size):
-        """In small parts, to keep this process smaller than its child, which starts as a copy of it."""
+        """In small parts, to keep this process small: a child starts as a copy of it."""
         times = max(1, size // sum(map(len, given)))
         at_once = 1000
         with open(self.file, "wb") as file:

@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: Aerolith developers
-# A virtual display with a window manager, and one program used on it by mouse and keys.
+# A virtual display with a window manager, and a program operated on it by mouse and keyboard.
 import ctypes
 import mmap
 import os
@@ -14,12 +14,12 @@ import zlib
 
 from hand import Hand
 
-PATIENCE = 90.0  # seconds; a loaded machine is slow, a broken program waits in vain
+PATIENCE = 90.0  # seconds; a loaded machine is slow, and a broken program never responds
 TOOLS = ("Xvfb", "openbox", "xdotool", "xprop")
 
 
 class Failure(Exception):
-    """What the program did or left undone."""
+    """A deviation of the program from what is expected."""
 
 
 def wait_for(condition, what):
@@ -55,7 +55,7 @@ class Picture:
         return [self.pixel(x + i, y + j) for j in range(height) for i in range(width)]
 
     def near(self, x, y, colour, reach=1):
-        """Whether a pixel of the colour lies within reach of the place."""
+        """Whether a pixel of the colour is close to the place."""
         column, row = round(x), round(y)
         square = range(-reach, reach + 1)
         return any(self.pixel(column + i, row + j) == colour for j in square for i in square)
@@ -87,7 +87,7 @@ class Desk:
         self.folder = tempfile.mkdtemp(prefix="aerolith-desk-")
         self.processes = []
         self.program = self.main = self.hand = None
-        # Nothing of the desktop around may leak in: scaling, styles, dialogs of another kind.
+        # Settings of the surrounding desktop must not leak in: scaling, styles, other dialogs.
         self.environment = {
             "PATH": os.environ.get("PATH", os.defpath),
             "HOME": str(home),
@@ -119,7 +119,7 @@ class Desk:
         return process
 
     def _start_display(self):
-        # The server chooses a free number, so any number of roads run side by side.
+        # The server chooses a free number, so any number of tests can run in parallel.
         end, server_end = os.pipe()
         self._start(
             ["Xvfb", "-displayfd", str(server_end), "-screen", "0",
@@ -136,7 +136,8 @@ class Desk:
             self.frame = mmap.mmap(file.fileno(), 0, prot=mmap.PROT_READ)
         header = struct.unpack(">25I", self.frame[:100])
         self.pixels_at = header[0] + 12 * header[19]
-        # It announces itself before it manages windows, and one that comes between stays hidden.
+        # It announces itself before it manages windows, and a window opened in between stays
+        # hidden.
         ready = os.path.join(self.folder, "managed")
         self._start(["openbox", "--startup", f"touch {shlex.quote(ready)}"],
                     stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
@@ -184,7 +185,7 @@ class Desk:
         return Picture(self.width, self.height, self.frame[self.pixels_at : end])
 
     def look_at_rest(self):
-        """The screen once two looks in a row agree."""
+        """The screen once two consecutive pictures agree."""
         def twice():
             picture = self.look()
             time.sleep(0.06)
@@ -193,7 +194,7 @@ class Desk:
         return wait_for(twice, "a picture at rest")
 
     def windows(self, kind):
-        """Visible windows of the program of a kind: main, dialog, menu or tip."""
+        """The program's visible windows of a kind: main, dialog, menu or tip."""
         found = []
         for window in self.ask("xdotool", "search", "--onlyvisible", "--class",
                                "aerolith").split():
@@ -205,7 +206,7 @@ class Desk:
             elif '"Aerolith"' in properties:
                 its_kind = "main"
             else:
-                # One that has just ended has no type at all.
+                # A window that has just closed has no type.
                 its_kind = "menu" if "_NORMAL" in properties else None
             if its_kind == kind:
                 found.append(window)
@@ -234,8 +235,8 @@ class Desk:
     # Doing
 
     def settle(self):
-        """Waits until the program has every event. Qt drops a movement when a later one
-        waits in its queue, even one that a release parts from it."""
+        """Waits until the program has every event. Qt drops a movement when a later one is
+        queued, even with a release in between."""
         wait_for(lambda: not self.hand.holds_a_button(), "the release of every button")
         question = self.hand.ping(int(self.main))
         wait_for(lambda: self.hand.answered(question) or self.program.poll() is not None,
@@ -253,7 +254,7 @@ class Desk:
         self.settle()
 
     def drag(self, way, button=1, halfway=None):
-        """Presses at the first place of the way, moves along it and releases at the last."""
+        """Presses at the first place of a path, moves along it and releases at the last."""
         self.hand.move(*way[0])
         self.hand.press(button)
         for place in way[1:]:
@@ -264,7 +265,7 @@ class Desk:
         self.settle()
 
     def key(self, *keys):
-        """Strokes keys one by one; those joined by a plus sign together."""
+        """Presses keys one by one; keys joined by a plus sign together."""
         for key in keys:
             self.hand.stroke(*key.split("+"))
 
@@ -273,7 +274,7 @@ class Desk:
             self.hand.stroke(character)
 
     def choose(self, entry, entries):
-        """Clicks an entry of the menu that has just been asked for."""
+        """Clicks an entry of the menu that has just been opened."""
         x, y, width, height = self.geometry(self.window("menu"))
         self.click(x + width // 3, int(y + (entry + 0.5) * height / entries))
         self.no_window("menu")

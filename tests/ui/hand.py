@@ -1,16 +1,16 @@
 # SPDX-FileCopyrightText: Aerolith developers
-# The pointer and the keyboard of a display. All goes through one connection and one extension:
-# pointer warps and test buttons overtake each other, and so do two connections.
+# The pointer and the keyboard of a display. Everything uses one connection and one extension:
+# pointer warps and test buttons may overtake each other, and so may two connections.
 import ctypes
 from ctypes import POINTER, byref, c_char_p, c_int, c_long, c_uint, c_ulong, c_void_p
 
 CLIENT_MESSAGE, ALL_BUTTONS = 33, 0x1F00
-# Answers to pings go to the root window, in the one mask or in the other.
+# Replies to pings go to the root window, with either mask.
 NOTIFY = 1 << 17 | 1 << 19
 
 
 class Message(ctypes.Structure):
-    """A client message, as long as any event."""
+    """A client message, as large as any event."""
     _fields_ = [("type", c_int), ("serial", c_ulong), ("sent", c_int), ("display", c_void_p),
                 ("window", c_ulong), ("kind", c_ulong), ("format", c_int), ("data", c_long * 5),
                 ("rest", c_long * 12)]
@@ -76,7 +76,7 @@ class Hand:
         self._do("XFlush")
 
     def press(self, button):
-        # The display waits: two presses within one millisecond are no double click.
+        # The delay is needed: two presses within one millisecond are not a double click.
         self._do("XTestFakeButtonEvent", button, 1, 5)
         self._do("XFlush")
 
@@ -85,8 +85,8 @@ class Hand:
         self._do("XFlush")
 
     def stroke(self, *keys):
-        """Presses the keys one after the other and lets them go: names of keys, or characters
-        that need no Shift."""
+        """Presses the keys one after the other and releases them: names of keys, or
+        characters that need no Shift."""
         codes = []
         for key in keys:
             # The first 256 key symbols are the characters.
@@ -101,14 +101,14 @@ class Hand:
         self._do("XFlush")
 
     def holds_a_button(self):
-        """Whether the display has a button down; events that it holds back do not count."""
+        """Whether a button of the display is down; delayed events do not count."""
         window, place, buttons = c_ulong(), c_int(), c_uint()
         self._do("XQueryPointer", self._root, *[byref(window)] * 2, *[byref(place)] * 4,
                  byref(buttons))
         return bool(buttons.value & ALL_BUTTONS)
 
     def ping(self, window):
-        """Asks the program of a window to answer; gives the number of the question."""
+        """Pings the program of a window; returns the number of the ping."""
         self._pings += 1
         message = Message(type=CLIENT_MESSAGE, window=window, kind=self._protocols, format=32,
                           data=(self._ping, self._pings, window))
@@ -117,7 +117,7 @@ class Hand:
         return self._pings
 
     def answered(self, question):
-        """Whether the answer to a ping has come since this was asked last."""
+        """Whether the reply to a ping has arrived since the last call."""
         message = Message()
         while self._do("XCheckTypedEvent", CLIENT_MESSAGE, byref(message)):
             if message.data[0] == self._ping and message.data[1] == question:

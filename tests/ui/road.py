@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Plays a typical use in a real window by mouse and keys, from the start to a spline reopened at
-# another window size, and compares what is seen and saved with what must come of the gestures.
+# Plays a typical session in a real window by mouse and keyboard, from the start to a spline
+# reopened at another window size, and compares the screen and the saved files with the results
+# expected from the gestures.
 import argparse
 import pathlib
 import re
@@ -23,12 +24,12 @@ APPEND, INSERT, REMOVE, SET_HULL = 2, 3, 4, 6
 DESKTOP_FILE = (pathlib.Path(__file__).resolve().parents[2] /
                 "share/applications/org.kavrund.Aerolith.desktop")
 WINDOW_CLASS = re.search(r"^StartupWMClass=(.*)$", DESKTOP_FILE.read_text(), re.M).group(1)
-# Beyond rounding the program's points and ours differ by nothing; a wrong gesture costs pixels.
+# The program's points and ours differ only by rounding; a wrong gesture shifts them by pixels.
 POINT_TOLERANCE = 0.01
 
 
 def read_outline(path):
-    """The outline of a table whose lines hold x and y, one chord long, its first point at (1, 0)."""
+    """The outline of a table of lines of x and y, one chord long, its first point at (1, 0)."""
     points = []
     for line in path.read_text(errors="replace").splitlines():
         try:
@@ -64,7 +65,7 @@ class Road(Sight):
         frame = self.desk.ask("xprop", "-id", window, "_NET_FRAME_EXTENTS")
         if "= 0, 0, 0, 0" not in frame:
             raise Failure(f"the window has a frame: {frame}")
-        # Task bars look for the desktop file by it.
+        # Task bars find the desktop file by it.
         name = self.desk.ask("xprop", "-id", window, "WM_CLASS")
         if f'= "{WINDOW_CLASS}",' not in name:
             raise Failure(f"{DESKTOP_FILE.name} names {WINDOW_CLASS!r}, the window has {name}")
@@ -105,7 +106,7 @@ class Road(Sight):
         self.rest()
 
     def unlock(self):
-        """The release of the right button went to the menu: Return makes the editor listen."""
+        """The menu took the release of the right button: Return makes the editor respond again."""
         self.desk.key("Return")
 
     def pick(self, index):
@@ -123,7 +124,7 @@ class Road(Sight):
         self.expect(f"appended-{len(self.drawing.CP)}", self.markers, self.curve)
 
     def insert_at(self, x, y):
-        """Inserts after the selected point such that the new one comes to lie at (x, y)."""
+        """Inserts after the selected point so that the new point is at (x, y)."""
         goal = self.map.pixels((x, y))
         after = self.drawing.CP[self.drawing.selected + 1]
         place = self.screen((2 * goal[0] - after[0], 2 * goal[1] - after[1]))
@@ -136,10 +137,10 @@ class Road(Sight):
         goal = self.at(x, y)
         third = tuple(s + (g - s) // 3 for s, g in zip(start, goal))
         halfway = (lambda: self.keep(name)) if name else None
-        # A drag sets the point's place; where it passes on its way must not matter.
+        # A drag sets the point's place; its path must not matter.
         self.desk.drag([start, third, goal] if name else [start, goal], halfway=halfway)
         self.drawing.selected = index
-        # The pointer that stays on its pixel moves nothing, not even by a fraction of it.
+        # A pointer that stays on its pixel moves nothing, not even by a fraction of a pixel.
         if goal != start:
             self.drawing.drag(self.in_editor(goal))
 
@@ -235,7 +236,7 @@ class Road(Sight):
         self.drawing.zoom, self.drawing.pan, self.drawing.selected = 1.0, (0.0, 0.0), -1
 
     def nose(self):
-        """The nose as large as it gets, in the middle of the picture's height."""
+        """The nose at the greatest zoom, at half the height of the picture."""
         self.desk.click(*self.at(0.5, 0.3), button=4, times=18)
         self.drawing.zoom = 4.0
         rise = 3 * self.map.yc // 4
@@ -248,7 +249,7 @@ class Road(Sight):
         self.whole()
 
     def targets_over_template(self):
-        """Control points such that the curve follows the template, x kept, in chord units."""
+        """Control points that make the curve follow the template, x kept, in chord units."""
         nose = min(range(len(self.outline)), key=lambda i: self.outline[i][0])
         upper, lower = self.outline[: nose + 1], self.outline[nose:]
         points = [self.map.chord(point) for point in self.drawing.CP]
@@ -310,12 +311,12 @@ class Road(Sight):
             raise Failure(f"reopening moved the curve by {off} chords")
 
     def refuse_a_point(self):
-        """A spline takes 30 points; whoever wants one more is told so at the mouse."""
+        """A spline takes 30 points; a tool tip at the mouse refuses another."""
         x, y = self.at(0.5, 0.3)
         for i in range(30 - len(self.drawing.CP)):
             self.menu((x + 3 * i, y), APPEND)
         self.menu((x, y), APPEND)
-        # The focus that comes back from the menu hides tool tips: one must be there after that.
+        # The focus that returns from the menu hides tool tips: one must be visible after that.
         for _ in range(2):
             wait_for(lambda: self.desk.windows("tip"), "the word that there are points enough")
             self.desk.settle()

@@ -1,5 +1,5 @@
 # SPDX-FileCopyrightText: Aerolith developers
-# What the program must hold and write after the same gestures, computed apart from it.
+# The expected state and files after the same gestures, computed independently of the program.
 import functools
 import math
 import struct
@@ -46,7 +46,7 @@ def _basis(i, degree, knots, t):
 
 @functools.lru_cache(maxsize=64)
 def _weights(count, degree, knots):
-    """For each sample the points that bear on it with their weights, and the weights' sum."""
+    """For each sample, the points that affect it with their weights, and the sum of the weights."""
     rows = []
     u = STEP
     while u < 1.0:
@@ -86,7 +86,7 @@ def table_rows(data):
 
 
 class SplineFile:
-    """A spline file taken apart; size_error tells a wrong length."""
+    """The items of a spline file; size_error is the error of its length."""
 
     def __init__(self, data):
         (length,) = struct.unpack_from(">I", data)
@@ -119,7 +119,7 @@ class Drawing:
         return sample(self.CP, 2, self.knots) if self.CP else []
 
     def seen(self, point):
-        """Where a point of the drawing stands in the editor."""
+        """Where a point of the drawing appears in the editor."""
         return self.zoom * point[0] + self.pan[0], self.zoom * point[1] + self.pan[1]
 
     def _normalise(self, curve):
@@ -129,7 +129,7 @@ class Drawing:
             self.CP = [(L_T * x / chord, L_T * y / chord) for x, y in self.CP]
 
     def settle(self):
-        """Paints until the picture rests: pinned to the trailing edge, one chord wide."""
+        """Paints until the picture settles: pinned to the trailing edge, one chord wide."""
         while self.CP:
             dx, dy = (t - c for t, c in zip(self.map.TE, self.CP[0]))
             pinned = abs(dx) + abs(dy) <= 1e-5

@@ -7,7 +7,7 @@ DARK_RED, DARK_BLUE = (128, 0, 0), (0, 0, 128)
 
 
 def text_blocks(picture, x0, x1, y0, y1, gap):
-    """The middles of the dark texts in a strip; texts closer than the gap are one."""
+    """The centres of the dark texts in a strip; texts closer than the gap count as one."""
     columns = [x for x in range(x0, x1)
                if any(max(picture.pixel(x, y)) < 110 for y in range(y0, y1))]
     blocks = []
@@ -33,12 +33,12 @@ class Sight:
         self.desk.look_at_rest().write_png(self.out / f"{self.pictures:02}-{name}-{size}.png")
 
     def rest(self):
-        """Takes the pointer off the editor, so that neither it nor a tool tip covers it."""
+        """Moves the pointer off the editor, so that neither it nor a tool tip is in the way."""
         self.desk.move(3, self.desk.height - 3)
         self.desk.no_window("tip")
 
     def expect(self, name, *checks):
-        """Waits until every check finds nothing amiss in the picture, and keeps the picture."""
+        """Waits until no check finds a fault in the picture, and saves the picture."""
         self.rest()
         amiss = []
 
@@ -63,7 +63,7 @@ class Sight:
         return self.screen(self.map.pixels((x, y)))
 
     def in_editor(self, place):
-        """The same pixel as the editor counts it."""
+        """The same pixel in the coordinates of the editor."""
         return place[0] - self.x, place[1] - self.y
 
     def visible(self, place, room):
@@ -87,7 +87,7 @@ class Sight:
                 yield f"no ring around the selected point at {x},{y}"
 
     def curve(self, picture):
-        # A single point's curve is no line.
+        # The curve of a single point is not a line.
         samples = self.drawing.curve() if len(self.drawing.CP) > 1 else []
         for j, point in enumerate(map(self.drawing.seen, samples)):
             if j % 9 == 0 and self.visible(point, 3):
@@ -107,7 +107,7 @@ class Sight:
                 yield f"no opening line at {percent} per cent"
 
     def grid(self, picture):
-        """The lines stand where the editor's real rectangle puts them, to the pixel."""
+        """The lines are where the editor's actual rectangle puts them, to the pixel."""
         m, x, y = self.map, self.x, self.y
         if not (picture.pixel(x + 3, y + m.yc) == BLACK != picture.pixel(x + 3, y + m.yc + 1)):
             yield "the chord axis is not in the middle"
