@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "drawings/outline_p.h"
 #include "drawings/picture_plots_p.h"
+
+#include "drawings/outline_p.h"
 #include <algorithm>
 #include <iterator>
 

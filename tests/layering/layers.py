@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-"""A layer sees itself and the layers below it on its road, and every header is complete.
+"""A layer sees itself and the layers below it in its stack, and every header is complete.
 
 layers.py SOURCES SEEN COMPILER: SEEN has a line "layer;folder;folder..." for each layer, the
 include folders of its target, as CMake gives them to the compiler.
@@ -26,7 +26,7 @@ BELOW = {
 
 
 def layer_of(folder):
-    """The layer whose headers a folder holds, or nothing for a library's that is none's."""
+    """The layer whose headers a folder holds; None for a folder of a library."""
     if found := re.search(r"/layers/(\w+)$", folder):
         return found[1]
     return "widgets" if folder.endswith("QtWidgets") else None
@@ -55,8 +55,8 @@ def main():
         if visible != set(BELOW[layer].split()):
             wrong.append(f"{layer} sees {sorted(visible)}")
 
-    # That a folder which is not seen is not reached, and that a target sees just its own headers
-    # of a folder that two share.
+    # A folder that is not visible cannot be reached, and of a folder that two targets share each
+    # sees only its own headers.
     for layer, header in [("tables", "cli/run.h"), ("document", "document/openfile.h")]:
         done, words = compiles(compiler, folders_of[layer], header)
         if done or not re.search(re.escape(header) + "'?:? (No such file|file not found)", words):
@@ -67,8 +67,10 @@ def main():
         for path in sorted(Path(folder) for folder in folders if layer_of(folder) == layer):
             for header in sorted(path.glob("*/*.h")):
                 name = f"{header.parent.name}/{header.name}"
-                source = sources / Path(name).with_suffix(".cpp")
-                if source.exists():
+                public = sources / name.replace("_p.h", ".h")
+                has_public = name.endswith("_p.h") and public.exists()
+                source = public.with_suffix(".cpp")
+                if not has_public and source.exists():
                     if re.search(r'^#include ["<](.*)[">]', source.read_text(encoding="utf-8"),
                                  re.MULTILINE)[1] != name:
                         wrong.append(f"{source.name} includes another header first")
