@@ -2,8 +2,8 @@
 #include "fitting/fit.h"
 
 #include "document/frames.h"
-#include "fitting/search.h"
-#include "fitting/smoothness.h"
+#include "fitting/search_p.h"
+#include "fitting/smoothness_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // What keeps a spline smooth: the penalties of the merit, and their shares of a step.
-#include "fitting/normal.h"
+#include "fitting/normal_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "fitting/search.h"
+#include "fitting/search_p.h"
 
 #include "fitting/pieces.h"
 

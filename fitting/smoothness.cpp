@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "fitting/smoothness.h"
+#include "fitting/smoothness_p.h"
 
 #include <algorithm>
 #include <cmath>

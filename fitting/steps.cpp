@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Damped Gauss-Newton on the distances.
-#include "fitting/normal.h"
+#include "fitting/normal_p.h"
 
 #include <algorithm>
 #include <cmath>

@@ -3,7 +3,7 @@
 #include "document/frames.h"
 #include "document/splinebytes.h"
 #include "fitting/fit.h"
-#include "fitting/smoothness.h"
+#include "fitting/smoothness_p.h"
 #include "fittingtables.h"
 #include "support/testmain.h"
 

@@ -2,7 +2,7 @@
 // The steps of a fit, each by itself: the curve, the outline, a step of the search.
 #include "fitting/pieces.h"
 #include "fitting/problem.h"
-#include "fitting/search.h"
+#include "fitting/search_p.h"
 #include "fittingtables.h"
 #include "support/testmain.h"
 
