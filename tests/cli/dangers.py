@@ -172,14 +172,15 @@ class Dangers(unittest.TestCase):
         for index in range(60):
             self.put(f"many/{index}.dat", TABLE)
         written = [f"./new/{index}.txt" for index in range(60)]
-        for limit in (4, 5, 6, 8, 16, 32):
+        for limit in (8, 12, 16, 32):
             for jobs in (1, 64):
                 shutil.rmtree("new", ignore_errors=True)
                 run = self.refused(resource.RLIMIT_NOFILE, limit, f"convert many -d new -j{jobs}")
-                if run.returncode == 127:  # The program could not be loaded.
-                    continue
+                if b"<memory cannot be printed>" in run.stderr:
+                    continue  # A sanitizer looks at memory through a pipe that it cannot open.
                 self.require_whole(run, written)
-                self.assertEqual(run.returncode, 0 if limit >= 8 and jobs == 1 else run.returncode)
+                if jobs == 1:
+                    self.assertEqual(run.returncode, 0, run.stderr)
 
     @unittest.skipUnless(os.geteuid() == 0, "needs another user")
     def test_few_processes(self):
