@@ -118,7 +118,7 @@ void require_decent(const Result& result) {
 }
 
 Result checked_run(const Words& words, const QByteArray& input) {
-    const Result result = run_here(words, input);
+    Result result = run_here(words, input);
     require_decent(result);
     const Result again = run_here(words, input);
     REQUIRE(again.code == result.code && again.out == result.out && again.err == result.err);
