@@ -256,14 +256,14 @@ void tst_fit_steps::runs_end_where_pieces_do() {
     QCOMPARE(runs.front().last, places + 1);
     QCOMPARE(runs.back().first, int(points.size()) - places - 2);
     for (int piece = 1; piece + 1 < int(runs.size()); ++piece) {
-        QCOMPARE(runs[piece].first, piece * places);
-        QCOMPARE(runs[piece].last, piece * places + places - 1);
+        const Run& run = runs[std::size_t(piece)];
+        QCOMPARE(run.first, piece * places);
+        QCOMPARE(run.last, piece * places + places - 1);
+        const auto at = [&](int i) { return points[std::size_t(i)].dot(run.even); };
         // Even steps of the parameter are even steps along the direction.
-        const double step =
-            (points[runs[piece].last] - points[runs[piece].first]).dot(runs[piece].even) /
-            (places - 1);
-        for (int i = runs[piece].first; i < runs[piece].last; ++i) {
-            const double found = (points[i + 1] - points[i]).dot(runs[piece].even);
+        const double step = (at(run.last) - at(run.first)) / (places - 1);
+        for (int i = run.first; i < run.last; ++i) {
+            const double found = at(i + 1) - at(i);
             QVERIFY2(std::abs(found - step) < 1e-5 * step, qPrintable(QString::number(found)));
         }
     }
