@@ -162,7 +162,7 @@ std::string find_existing(const Options& options, const std::vector<Input>& inpu
         if (existing++ == 0)
             first = name;
     }
-    const std::string same = find_same_place(names, missing);
+    std::string same = find_same_place(names, missing);
     if (!same.empty() || options.force || existing == 0)
         return same;
     return shown(first) + " exists" +
