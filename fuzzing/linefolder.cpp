@@ -4,12 +4,10 @@
 #include "cli/outputs.h"
 #include "fuzzing/fuzzing.h"
 
-#include <QJsonDocument>
 #include <QXmlStreamReader>
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <set>
 
 #include <sys/stat.h>
@@ -20,7 +18,9 @@ namespace {
 
 QByteArray bytes_of(const fs::path& path) {
     std::ifstream file(path, std::ios::binary);
-    return QByteArray::fromStdString({std::istreambuf_iterator<char>(file), {}});
+    QByteArray bytes(qsizetype(fs::file_size(path)), '\0');
+    REQUIRE(file.read(bytes.data(), bytes.size()));
+    return bytes;
 }
 
 // The words behind the options of this name.
