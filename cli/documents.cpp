@@ -78,8 +78,8 @@ std::string manual_page() {
         "aerolith\\-cli \\- read, check and convert tables of wing sections\n"
         ".SH SYNOPSIS\n";
     for (const Verb* verb : verbs())
-        page += ".B aerolith\\-cli " + roff(verb->name) + "\n.RI " + verb->inputs +
-                " \" [\" option \"]...\"\n.br\n";
+        page += ".B aerolith\\-cli " + roff(verb->name) + "\n.IR \"" + verb->inputs +
+                "\" \" [\" option \"]...\"\n.br\n";
     page += ".B aerolith\\-cli \\-\\-help\n.br\n.B aerolith\\-cli \\-\\-version\n"
             ".SH DESCRIPTION\n"
             "Works on coordinate tables of wing sections and on splines of\n.BR aerolith (1),\n"

@@ -222,6 +222,13 @@ private slots:
         QVERIFY(has(cli::grammar(), "\n" + long_name(option)));
     }
 
+    // A request for a font joins its arguments: those with a blank are quoted.
+    void synopsis() {
+        const std::string page = cli::manual_page();
+        for (const cli::Verb* verb : cli::verbs())
+            QVERIFY(page.find(std::string("\n.IR \"") + verb->inputs + "\" ") != std::string::npos);
+    }
+
     void help_fits_data() {
         QTest::addColumn<int>("width");
         for (const int width : {40, 59, 60, 80, 200})
