@@ -221,7 +221,8 @@ std::string fish_completion() {
               "-n __fish_is_first_token -l version -d 'Print the version'\n";
     for (const Verb* verb : verbs()) {
         for (const Option* option : options_of(verb->name)) {
-            script += start + "-n '__fish_seen_subcommand_from " + verb->name + "'";
+            // A file may have the name of a verb.
+            script += start + "-n 'string match -q " + verb->name + " -- (commandline -opc)[2]'";
             if (option->letter != 0)
                 script += std::string(" -s ") + option->letter;
             script += std::string(" -l ") + option->name;

@@ -17,8 +17,8 @@ coverage=("${test[@]}" gcovr)
 icons=(librsvg2-bin)
 style=(appstream clang-format-14 codespell desktop-file-utils git libxml2-utils shellcheck)
 tidy=(clang-tidy-14 git)
-# Programs that read what is drawn; without them their tests are skipped.
-readers=(librsvg2-bin poppler-utils python3-ezdxf python3-html5lib python3-matplotlib)
+# Programs that read what is drawn, and shells; without them their tests are skipped.
+readers=(fish librsvg2-bin poppler-utils python3-ezdxf python3-html5lib python3-matplotlib zsh)
 # The largest of them.
 browser=(chromium)
 ci=("${test[@]}" "${readers[@]}" "${style[@]}" "${tidy[@]}" clang-14 libclang-rt-14-dev llvm-14)
