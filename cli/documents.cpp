@@ -75,7 +75,7 @@ std::string manual_page() {
         ".\\\" SPDX-FileCopyrightText: Aerolith developers\n"
         ".TH AEROLITH-CLI 1 2026-11-22 \"Aerolith " AEROLITH_VERSION "\" \"User Commands\"\n"
         ".SH NAME\n"
-        "aerolith\\-cli \\- read, check and convert tables of wing sections\n"
+        "aerolith\\-cli \\- check, convert, fit, measure and draw wing sections\n"
         ".SH SYNOPSIS\n";
     for (const Verb* verb : verbs())
         page += ".B aerolith\\-cli " + roff(verb->name) + "\n.IR \"" + verb->inputs +
