@@ -26,4 +26,13 @@ function(aerolith_layer name)
   add_library(aerolith_${name} STATIC ${arg_SOURCES})
   target_include_directories(aerolith_${name} PUBLIC "${view}")
   target_link_libraries(aerolith_${name} PUBLIC ${arg_LINKS} PRIVATE aerolith_flags)
+  if(name STREQUAL numerics)
+    # What every layer may include: the standard library and Qt without widgets.
+    target_precompile_headers(aerolith_numerics PRIVATE
+      <QByteArray> <QJsonArray> <QJsonObject> <QList> <QPolygonF> <QString> <QStringList>
+      <algorithm> <array> <cmath> <functional> <limits> <map> <numeric> <optional> <string>
+      <string_view> <utility> <vector>)
+  else()
+    target_precompile_headers(aerolith_${name} REUSE_FROM aerolith_numerics)
+  endif()
 endfunction()

@@ -14,6 +14,10 @@ function(aerolith_test name)
   add_executable(${name} ${arg_SOURCES})
   set_target_properties(${name} PROPERTIES AUTOMOC ON)
   target_link_libraries(${name} PRIVATE ${arg_LINKS} aerolith_test_support aerolith_flags Qt6::Test)
+  target_precompile_headers(${name} REUSE_FROM aerolith_test_support)
+  # Holds no code: no reason to load the precompiled header.
+  set_source_files_properties("${CMAKE_CURRENT_BINARY_DIR}/${name}_autogen/mocs_compilation.cpp"
+    PROPERTIES SKIP_PRECOMPILE_HEADERS ON)
   add_test(NAME ${name} COMMAND ${name})
   aerolith_test_environment(${name} ${arg_LABEL} ${arg_TIMEOUT})
 endfunction()

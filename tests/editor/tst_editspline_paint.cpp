@@ -32,7 +32,7 @@ private slots:
 
 namespace {
 
-const QString golden_folder = QFINDTESTDATA("golden");
+const QString golden_folder = QStringLiteral(GOLDEN);
 const QStringList golden_names = {QStringLiteral("dragged-point.log"), QStringLiteral("empty.log"),
                                   QStringLiteral("section-over-template.log")};
 
