@@ -16,8 +16,8 @@ std::vector<std::string> texts_of(const QStringList& names) {
     return texts;
 }
 
-// In lower case, with its point; empty for none.
-std::string ending_of_name(const std::string& name) {
+// The extension in lower case, with its point; empty for none.
+std::string extension_of_name(const std::string& name) {
     const std::size_t point = name.rfind('.');
     const std::size_t base = name.rfind('/') + 1;
     if (point == std::string::npos || point <= base)
@@ -25,12 +25,12 @@ std::string ending_of_name(const std::string& name) {
     return QString::fromStdString(name.substr(point)).toLower().toStdString();
 }
 
-// The format among those known that has this ending.
-Chosen chosen_of(const std::vector<std::string>& known, const std::string& ending) {
-    const std::string name = ending.substr(1);
+// The known format with this extension.
+Chosen chosen_of(const std::vector<std::string>& known, const std::string& extension) {
+    const std::string name = extension.substr(1);
     if (std::find(known.begin(), known.end(), name) != known.end())
         return {name, {}};
-    return {{}, "the ending " + shown(ending) + " is that of no format; --to names one"};
+    return {{}, "no format has the extension " + shown(extension) + "; choose one with --to"};
 }
 
 } // namespace
@@ -71,28 +71,28 @@ sections::Spacing spacing_of(const std::string& name) {
 }
 
 Chosen choose_format(const std::string& to, const std::string& output) {
-    const std::string ending = ending_of_name(output);
+    const std::string extension = extension_of_name(output);
     if (!to.empty()) {
-        // The trade's program takes the counts of a profile in a .dat for points.
-        if (to == "lep" && !ending.empty() && ending != ".txt")
-            return {to, "a lep file ends with .txt, not " + shown(ending)};
+        // Programs for profiles read the counts as points if the extension is .dat.
+        if (to == "lep" && !extension.empty() && extension != ".txt")
+            return {to, "a lep file needs the extension .txt, not " + shown(extension)};
         return {to, {}};
     }
-    if (ending.empty() || ending == ".txt" || ending == ".dat")
+    if (extension.empty() || extension == ".txt" || extension == ".dat")
         return {output_formats().front(), {}};
     std::vector<std::string> known = drawing_formats();
     known.insert(known.end(), {"csv", "json", spline_format});
-    return chosen_of(known, ending);
+    return chosen_of(known, extension);
 }
 
 Chosen choose_picture_format(const std::string& to, const std::string& output) {
-    const std::string ending = ending_of_name(output);
-    if (to.empty() && !ending.empty())
-        return chosen_of(picture_formats(), ending);
+    const std::string extension = extension_of_name(output);
+    if (to.empty() && !extension.empty())
+        return chosen_of(picture_formats(), extension);
     return {to.empty() ? picture_formats().front() : to, {}};
 }
 
-std::string ending_of_format(const std::string& name) {
+std::string extension_of_format(const std::string& name) {
     if (name == "selig" || name == "lednicer")
         return ".dat";
     if (name == "csv" || name == "json" || name == spline_format || is_drawing(name))

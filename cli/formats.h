@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What can be written: tables in several forms, and splines.
+// The formats of outputs: tables, splines, drawings and pictures.
 #pragma once
 
 #include "sections/resample.h"
@@ -11,48 +11,48 @@
 
 namespace cli {
 
-/// The name of spline files among the formats.
+/// The format of spline files.
 constexpr const char* spline_format = "spl";
 
-/// The names of the formats that are drawings.
+/// The formats of rib drawings.
 std::vector<std::string> drawing_formats();
 
-/// Whether @p name is one of them.
+/// Whether @p name is one of drawing_formats().
 bool is_drawing(const std::string& name);
 
-/// What `--to` takes, the default first.
+/// The values of `--to`, the default first.
 std::vector<std::string> output_formats();
 
-/// What `--to` takes for pictures, the default first.
+/// The values of `--to` for pictures, the default first.
 std::vector<std::string> picture_formats();
 
-/// What `--layout` takes.
+/// The values of `--layout`.
 std::vector<std::string> input_layouts();
 
-/// What `--spacing` takes, the default first.
+/// The values of `--spacing`, the default first.
 std::vector<std::string> spacings();
 
-/// The spacing of a name that spacings() has.
+/// The spacing of a name in spacings().
 sections::Spacing spacing_of(const std::string& name);
 
-/// A format that was chosen.
+/// The choice of a format.
 struct Chosen {
     std::string name;    ///< One of output_formats().
-    std::string refusal; ///< Why none was chosen; empty for none.
+    std::string refusal; ///< Why no format was chosen; empty if one was.
 };
 
-/// The format of `--to`, or that of the ending of the output, or the default.
-/// @param to     value of the option, empty for none
-/// @param output name of the one output, empty where there are many or it is standard output
+/// The format of `--to`, else the format of the extension of the output, else the default.
+/// @param to     value of the option; empty if it was not given
+/// @param output name of the only output; empty for several outputs and for standard output
 Chosen choose_format(const std::string& to, const std::string& output);
 
 /// The same for pictures.
 Chosen choose_picture_format(const std::string& to, const std::string& output);
 
-/// The ending of files of a format, with its point.
-std::string ending_of_format(const std::string& name);
+/// The extension of files in a format, with its point.
+std::string extension_of_format(const std::string& name);
 
-/// The table format of a name; none for the spline's.
+/// The table format of a name; nothing for other formats.
 std::optional<tables::Format> table_format(const std::string& name);
 
 } // namespace cli

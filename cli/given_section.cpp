@@ -31,8 +31,7 @@ GivenSection given_spline(const QByteArray& bytes) {
     if (const std::optional<SplineFoil> spline = in_chord_units(file.spline))
         take(given, sections::section_of_spline(*spline));
     else
-        take(given,
-             {std::nullopt, QStringLiteral("a spline that never comes to rest on the chord")});
+        take(given, {std::nullopt, QStringLiteral("the spline never settles on the chord")});
     return given;
 }
 

@@ -24,7 +24,7 @@ std::string error_text(int number) {
     return std::generic_category().message(number);
 }
 
-// Reads to the end, but no more than one byte beyond what is allowed.
+// Reads to the end, but at most one byte beyond the limit.
 Content read_descriptor(int fd) {
     constexpr qsizetype step = 65536;
     Content content;
@@ -64,7 +64,7 @@ const char* kind_of(mode_t mode) {
 }
 
 Content read_file(const std::string& path, bool only_regular) {
-    // A name may be a pipe without a writer, or a device that waits.
+    // Opening a pipe without a writer, or some devices, would block.
     const int wait = only_regular ? O_NONBLOCK : 0;
     const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NOCTTY | wait);
     if (fd < 0)
@@ -177,7 +177,7 @@ Inputs expand_inputs(const Options& options, int in) {
             name.remove_suffix(1);
         if (name.find('\0') != std::string_view::npos)
             inputs.refusal = "the list " + shown(options.files_from) +
-                             " holds null characters; --null takes such lists";
+                             " contains null characters; read it with --null";
         else if (!name.empty())
             expansion.add(std::string(name));
     }

@@ -19,17 +19,18 @@ std::string read_number(const Option& option, std::string_view word, Number& num
     const std::string quoted = "'" + shown(word) + "'";
     if (!read) {
         if (word.find(',') != std::string_view::npos)
-            return quoted + " is no number; numbers have a decimal point";
-        return quoted + (std::is_integral_v<Number> ? " is no whole number" : " is no number");
+            return quoted + " is not a number; use a decimal point";
+        return quoted +
+               (std::is_integral_v<Number> ? " is not a whole number" : " is not a number");
     }
     if (double(*read) < option.low || double(*read) > option.high)
-        return quoted + " is not within " + number_text(option.low) + " to " +
+        return quoted + " is not between " + number_text(option.low) + " and " +
                number_text(option.high);
     number = *read;
     return {};
 }
 
-// The parts of a word between commas, or the words themselves.
+// The parts of a single word between commas, or the words if there are several.
 std::vector<std::string> parts_of(const std::vector<std::string>& words) {
     if (words.size() != 1)
         return words;
@@ -52,8 +53,8 @@ std::string read_numbers(const Option& option, const std::vector<std::string>& w
     const auto wanted = std::size_t(std::count(argument.begin(), argument.end(), ',')) + 1;
     const bool any = argument.find("...") != std::string_view::npos;
     if (words.size() == 1 && !any && parts.size() != wanted)
-        return "'" + shown(words.front()) + "' is not " + std::to_string(wanted) +
-               " numbers parted by commas";
+        return "'" + shown(words.front()) + "' is not a list of " + std::to_string(wanted) +
+               " numbers separated by commas";
     std::vector<Number> read(parts.size());
     for (std::size_t i = 0; i < parts.size(); ++i) {
         std::string refusal = read_number(option, parts[i], read[i]);
@@ -73,7 +74,7 @@ std::string read_text(const Option& option, const std::string& word, std::string
             std::string list;
             for (const std::string& choice : choices)
                 list += (list.empty() ? "" : ", ") + choice;
-            return "'" + shown(word) + "' is none of " + list;
+            return "'" + shown(word) + "' is not one of " + list;
         }
     }
     text = word;

@@ -27,39 +27,39 @@ namespace {
 
 using Identity = std::pair<dev_t, ino_t>;
 
-// A path without its ending. What follows the last point is one if it holds a letter: the
-// "0012" of "naca.0012" belongs to the name.
-std::string without_ending(const std::string& path) {
+// A path without its extension. The text behind the last point is an extension only if it holds a
+// letter: the "0012" of "naca.0012" is part of the name.
+std::string without_extension(const std::string& path) {
     constexpr std::size_t longest = 8;
     const std::size_t point = path.rfind('.');
     const std::size_t name = path.rfind('/') + 1;
     if (point == std::string::npos || point <= name || path.size() - point - 1 > longest)
         return path;
-    const std::string ending = path.substr(point + 1);
+    const std::string extension = path.substr(point + 1);
     const auto is = [&](int (*kind)(int)) {
         return [kind](char c) { return kind(static_cast<unsigned char>(c)) != 0; };
     };
-    const bool is_ending = std::all_of(ending.begin(), ending.end(), is(std::isalnum)) &&
-                           std::any_of(ending.begin(), ending.end(), is(std::isalpha));
-    return is_ending ? path.substr(0, point) : path;
+    const bool is_extension = std::all_of(extension.begin(), extension.end(), is(std::isalnum)) &&
+                              std::any_of(extension.begin(), extension.end(), is(std::isalpha));
+    return is_extension ? path.substr(0, point) : path;
 }
 
 std::string two_on_standard_output(const Options& options) {
     return options.output == "-" && options.json
-               ? "--json and --output - would both fill standard output"
+               ? "--json and --output - cannot be combined; both use standard output"
                : std::string();
 }
 
 std::string name_outputs(const Options& options, const std::vector<Input>& inputs,
-                         const std::string& ending, std::vector<std::string>& names) {
+                         const std::string& extension, std::vector<std::string>& names) {
     if (options.output.empty() == options.folder.empty())
         return options.output.empty()
-                   ? "where to write? --output OUT names one file, --dir FOLDER takes many"
-                   : "--output and --dir exclude each other";
+                   ? "no output given; use --output OUT for one file, --dir FOLDER for several"
+                   : "--output and --dir cannot be combined";
     if (!options.output.empty()) {
         if (inputs.size() > 1)
-            return "--output takes one input, here are " + std::to_string(inputs.size()) +
-                   "; --dir FOLDER takes many";
+            return "--output takes one input, not " + std::to_string(inputs.size()) +
+                   "; use --dir FOLDER";
         names.assign(inputs.size(), options.output);
         return two_on_standard_output(options);
     }
@@ -67,16 +67,17 @@ std::string name_outputs(const Options& options, const std::vector<Input>& input
     names.reserve(inputs.size());
     for (const Input& input : inputs) {
         if (input.is_standard_input())
-            return "standard input has no name to write below --dir; --output names the file";
-        names.push_back(std::string(folder).append(without_ending(input.below)).append(ending));
+            return "standard input has no name for a file in --dir; use --output OUT";
+        names.push_back(
+            std::string(folder).append(without_extension(input.below)).append(extension));
     }
     struct stat status = {};
     if (::stat(options.folder.c_str(), &status) == 0 && !S_ISDIR(status.st_mode))
-        return "--dir " + shown(options.folder) + " is no folder";
+        return "--dir " + shown(options.folder) + " is not a folder";
     return {};
 }
 
-// Two outputs of one name, or one that would have to be the folder of another.
+// Finds two outputs of the same name, or one that would have to be the folder of another.
 std::string find_clash(const std::vector<Input>& inputs, const std::vector<std::string>& names) {
     std::vector<std::size_t> order(names.size());
     std::iota(order.begin(), order.end(), std::size_t(0));
@@ -96,12 +97,13 @@ std::string find_clash(const std::vector<Input>& inputs, const std::vector<std::
                 return names[a] < b;
             });
         if (below != order.end() && names[*below].compare(0, folder.size(), folder) == 0)
-            return shown(names[*i]) + " would be a file and the folder of " + shown(names[*below]);
+            return shown(names[*i]) + " would be both a file and the folder of " +
+                   shown(names[*below]);
     }
     return {};
 }
 
-// Those of the inputs and of the list of them.
+// The identities of the inputs and of the list that names them.
 std::set<Identity> identities_of(const Options& options, const std::vector<Input>& inputs) {
     std::set<Identity> identities;
     const auto add = [&identities](const std::string& name) {
@@ -115,7 +117,8 @@ std::set<Identity> identities_of(const Options& options, const std::vector<Input
     return identities;
 }
 
-// Two of the names that do not exist and would be one file; hashes take less than the places.
+// Finds two missing outputs that would be the same file. Only hashes of the places are kept, to
+// save memory.
 std::string find_same_place(const std::vector<std::string>& names,
                             const std::vector<std::size_t>& missing) {
     if (missing.size() < 2)
@@ -156,7 +159,7 @@ std::string find_existing(const Options& options, const std::vector<Input>& inpu
         if (!read)
             read = identities_of(options, inputs);
         if (read->count({status.st_dev, status.st_ino}) > 0)
-            return shown(name) + " is an input, too";
+            return shown(name) + " is an input; choose another name";
         if (!written.emplace(status.st_dev, status.st_ino).second)
             return shown(name) + " is the same file as another output";
         if (existing++ == 0)
@@ -165,9 +168,9 @@ std::string find_existing(const Options& options, const std::vector<Input>& inpu
     std::string same = find_same_place(names, missing);
     if (!same.empty() || options.force || existing == 0)
         return same;
-    return shown(first) + " exists" +
-           (existing == 1 ? "" : ", and " + std::to_string(existing - 1) + " more") +
-           "; --force replaces it";
+    return shown(first) + (existing == 1 ? " exists; use --force to replace it"
+                                         : " and " + std::to_string(existing - 1) +
+                                               " more exist; use --force to replace them");
 }
 
 } // namespace
@@ -177,7 +180,7 @@ std::string Places::place_of(const std::string& name) {
     fs::path end = fs::absolute(name, error);
     if (error)
         end = name;
-    // A link to nothing is followed, too: the file is made where it leads.
+    // A dangling link is followed as well: the file is created at its target.
     for (int step = 0; step < 40 && fs::is_symlink(end, error); ++step)
         end = end.parent_path() / fs::read_symlink(end, error);
     const fs::path folder = end.parent_path();
@@ -196,9 +199,9 @@ bool is_same_file(const std::string& a, const std::string& b) {
 }
 
 Outputs plan_outputs(const Options& options, const std::vector<Input>& inputs,
-                     const std::string& ending) {
+                     const std::string& extension) {
     Outputs outputs;
-    outputs.refusal = name_outputs(options, inputs, ending, outputs.names);
+    outputs.refusal = name_outputs(options, inputs, extension, outputs.names);
     if (!outputs.refusal.empty() || options.output == "-")
         return outputs;
     outputs.refusal = find_clash(inputs, outputs.names);
@@ -209,7 +212,7 @@ Outputs plan_outputs(const Options& options, const std::vector<Input>& inputs,
 
 Outputs plan_one_output(const Options& options, const std::vector<Input>& inputs) {
     if (options.output.empty())
-        return {{}, "where to write? --output OUT names the file"};
+        return {{}, "no output given; use --output OUT"};
     Outputs outputs = {{options.output}, two_on_standard_output(options)};
     if (outputs.refusal.empty() && options.output != "-")
         outputs.refusal = find_existing(options, inputs, outputs.names);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Where results are written: planned for all inputs before the first one is read.
+// Where results are written. All outputs are planned before the first input is read.
 #pragma once
 
 #include "cli/inputs.h"
@@ -18,33 +18,36 @@ struct Outputs {
     std::string refusal; ///< Wrong usage; empty when everything may be written.
 };
 
-/// Where files are or will be, whatever links lead there.
+/// The places of files, with all links resolved.
 class Places {
 public:
-    /// The same path, without links, for all names of one file, whether it exists or not.
+    /// The path of a file without links. All names of a file have the same place, even if the file
+    /// does not exist yet.
     std::string place_of(const std::string& name);
 
 private:
-    // Most names that follow one another are in one folder.
+    // The last folder: consecutive names are mostly in the same one.
     std::filesystem::path last;
     std::filesystem::path resolved;
 };
 
-/// Whether both names lead to one file that exists.
+/// Whether both names lead to the same existing file.
 bool is_same_file(const std::string& a, const std::string& b);
 
-/// Names the outputs by Options::output or Options::folder. Refused: neither or both, several
-/// inputs for one output, outputs that clash, that are inputs, the list of them or folders, and
-/// existing files without Options::force.
-/// @param ending of the names below a folder, with its point, for instance ".txt"
+/// Names the outputs by Options::output or Options::folder. Refuses neither or both of these,
+/// several inputs for one output, and outputs that clash. Also refuses outputs that are inputs, the
+/// list of inputs, folders, or existing files without Options::force.
+/// @param extension of the names in a folder, with its point, for example ".txt"
 Outputs plan_outputs(const Options& options, const std::vector<Input>& inputs,
-                     const std::string& ending);
+                     const std::string& extension);
 
-/// The one output of all inputs, Options::output. Refused as above, but for several inputs.
+/// The one output of all inputs, Options::output. Refuses the same as plan_outputs(), except
+/// several inputs.
 Outputs plan_one_output(const Options& options, const std::vector<Input>& inputs);
 
-/// Writes a whole file; folders that are missing below Options::folder are made.
-/// @return why it could not be written, empty when it was
+/// Writes a whole file.
+/// @param make_folders whether to create missing folders
+/// @return why the file could not be written; empty on success
 std::string write_output(const std::string& name, const QByteArray& bytes, bool make_folders);
 
 } // namespace cli

@@ -14,10 +14,11 @@ namespace cli {
 
 namespace {
 
-// Gives access to what is no option: the parser itself would take a file "[a,b]" for a list.
+// Gives access to the remaining words. As an option of the parser, a file "[a,b]" would count as a
+// list.
 class Parser : public CLI::App {
 public:
-    // File names with NONE, unknown options with their kind.
+    // File names have the kind NONE, unknown options their own.
     const std::vector<std::pair<CLI::detail::Classifier, std::string>>& others() const {
         return missing_;
     }
@@ -28,7 +29,7 @@ std::string flags_of(const Option& option) {
     return option.letter == 0 ? name : std::string{'-', option.letter, ','} + name;
 }
 
-// Steps of inserting, dropping, changing or swapping letters from one word to the other.
+// The least number of letters to insert, drop, change or swap between the two words.
 int edit_distance(std::string_view a, std::string_view b) {
     std::vector<std::vector<int>> steps(a.size() + 1, std::vector<int>(b.size() + 1));
     std::iota(steps[0].begin(), steps[0].end(), 0);
@@ -53,8 +54,8 @@ std::string unknown_option(const std::string& typed, const std::vector<const Opt
     return "unknown option '" + shown(name) + "'" + suggestion(name, known);
 }
 
-// What the parser would take otherwise than it was meant: the next argument for the value of
-// "--name=", and a value for an option that is on or off.
+// Refuses two forms that the parser would misread: "--name=", which would take the next argument as
+// its value, and a value for a flag.
 std::string odd_equals_sign(const std::vector<std::string>& arguments,
                             const std::vector<const Option*>& options) {
     for (const std::string& argument : arguments) {
@@ -71,7 +72,7 @@ std::string odd_equals_sign(const std::vector<std::string>& arguments,
     return {};
 }
 
-// The parser runs out of arguments only behind the last option.
+// Only the last option can lack its value.
 std::string missing_value(const std::vector<std::string>& arguments,
                           const std::vector<const Option*>& options) {
     for (std::size_t i = arguments.size(); i-- > 0;) {
@@ -104,7 +105,7 @@ std::string suggestion(std::string_view typed, const std::vector<std::string>& k
             nearest = word;
         }
     }
-    return nearest.empty() ? "" : ", did you mean '" + nearest + "'?";
+    return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
 }
 
 Parsed parse(const Verb& verb, const std::vector<std::string>& arguments) {

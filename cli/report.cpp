@@ -21,7 +21,7 @@ namespace {
 
 constexpr int most_remarks = 12;
 
-// What was found, the reason first and once.
+// The findings, with the reason first and only once.
 QStringList remarks_of(const Outcome& outcome, const QString& reason) {
     QStringList remarks;
     const auto add = [&remarks](const QString& text) {
@@ -57,7 +57,6 @@ bool has_doubts(const QJsonObject& json) {
     });
 }
 
-// The middle of the numbers, or between the two middle ones.
 double median(std::vector<double> numbers) {
     std::sort(numbers.begin(), numbers.end());
     const std::size_t half = numbers.size() / 2;
@@ -134,7 +133,7 @@ std::string report_refusal(const Options& options, const std::vector<std::string
     const std::string& name = options.report;
     const std::string label = "--report " + shown(name);
     if (name == "-")
-        return "--report needs a name; standard output has the results";
+        return "--report needs a file name; standard output is for the results";
     struct stat status = {};
     const bool exists = ::stat(name.c_str(), &status) == 0;
     if (name.back() == '/' || (exists && S_ISDIR(status.st_mode)))
@@ -145,7 +144,7 @@ std::string report_refusal(const Options& options, const std::vector<std::string
     for (const std::string& output : outputs) {
         const std::string other = places.place_of(output);
         if (is_same_or_below(other, place) || is_same_or_below(place, other))
-            return label + " is another output, too, or its folder";
+            return label + " is also another output or its folder";
     }
     const auto is_same_file = [&](const std::string& other) {
         struct stat found = {};
@@ -154,11 +153,11 @@ std::string report_refusal(const Options& options, const std::vector<std::string
     };
     if (exists && S_ISREG(status.st_mode)) {
         if (std::any_of(read.begin(), read.end(), is_same_file))
-            return label + " is an input, too";
+            return label + " is an input; choose another name";
         if (std::any_of(outputs.begin(), outputs.end(), is_same_file))
             return label + " is the same file as another output";
         if (!options.force)
-            return label + " exists; --force replaces it";
+            return label + " exists; use --force to replace it";
     }
     std::error_code error;
     const bool makes_folder = !options.folder.empty();

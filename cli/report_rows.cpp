@@ -18,8 +18,8 @@ using drawings::Tone;
 
 namespace {
 
-// Without a tolerance the lines in a picture of distances are this far off, fractions of the
-// chord.
+// Without a tolerance, the dashed lines in a picture of distances are this far off the axis, in
+// fractions of the chord.
 constexpr double usual_line = 0.002;
 
 QString short_text(double number) {
@@ -66,7 +66,7 @@ QPolygonF drawn_spline(const QByteArray& bytes) {
 drawings::PictureColumn distances(const QString& points, const QString& allowed) {
     return {QStringLiteral("Distance along the chord"),
             QStringLiteral("Distance of ") + points +
-                QStringLiteral(" over the chord, from the nose on the left; up is outside. The "
+                QStringLiteral(" along the chord. The nose is on the left; up is outside. The "
                                "dashed lines are ") +
                 allowed + u'.',
             {{LineKind::upper, QStringLiteral("upper side")},
@@ -79,8 +79,8 @@ ReportStyle check_style() {
     ReportStyle style;
     style.settings.title = QStringLiteral("Section files checked");
     style.settings.lead = QStringLiteral(
-        "ok: the window shows what the file means. convert: it does so only after convert. "
-        "ask: two readings fit. bad: no section.");
+        "ok: the window shows what the file means. convert: it does so only after conversion. "
+        "ask: two layouts fit. bad: no section.");
     style.settings.state_head = QStringLiteral("Verdict");
     style.settings.columns = {{QStringLiteral("Layout"), false},
                               {QStringLiteral("Kind"), false},
@@ -119,11 +119,11 @@ ReportStyle fit_style(double tolerance) {
     const QString allowed = short_text(tolerance) +
                             QStringLiteral(" over the first 20 % of the chord and ") +
                             short_text(2.0 * tolerance) + QStringLiteral(" behind");
-    style.settings.title = QStringLiteral("Splines laid over tables");
+    style.settings.title = QStringLiteral("Splines fitted to tables");
     style.settings.lead =
         QStringLiteral(
-            "Distances of the points of the table from the spline, in chords, as the window shows "
-            "both. The tolerance is ") +
+            "Distances of the points of the table from the spline, in fractions of the chord, as "
+            "the window shows both. The tolerance is ") +
         allowed + u'.';
     style.settings.state_head = QStringLiteral("Tolerance");
     style.settings.columns = {
@@ -178,8 +178,9 @@ ReportStyle compare_style(const Lengths& lengths, double tolerance) {
     const QString line_text = QString::number(line) + u' ' + QString::fromLatin1(lengths.unit());
     style.settings.title = QStringLiteral("Sections compared with a reference");
     style.settings.lead =
-        QStringLiteral("Distances along the surface of either, positive where a section lies "
-                       "outside of the reference.") +
+        QStringLiteral(
+            "Greatest distances in both directions, positive where a section lies outside "
+            "the reference.") +
         (tolerance > 0.0 ? QStringLiteral(" The tolerance is ") + line_text + u'.' : QString());
     style.settings.state_head = QStringLiteral("Result");
     style.settings.columns = {{QStringLiteral("Farthest") + unit, true},
@@ -241,7 +242,7 @@ ReportRow compare_row(const sections::Comparison& comparison, const sections::Se
                  length(to.lower.whole.root_mean_square(), false),
                  length(comparison.length, true)};
 
-    // As they were compared: the nose of an aligned section lies on that of the reference.
+    // In the position in which they were compared: aligned sections have the same nose.
     constexpr double degree = 3.14159265358979323846 / 180.0;
     const double angle = comparison.angle * degree;
     const QPointF turn(comparison.scale * std::cos(angle), comparison.scale * std::sin(angle));

@@ -18,7 +18,7 @@ namespace {
 using tables::Finding;
 using tables::Gravity;
 
-// A name in a list is below the folder of the list.
+// Names in a list are relative to the folder of the list.
 std::string beside(const std::string& list, const std::string& name) {
     const std::size_t slash = list.rfind('/');
     return name.front() == '/' || slash == std::string::npos ? name
@@ -80,13 +80,13 @@ RibDrawing RibDrawer::rib_of_file(const Input& input, const QByteArray& bytes) c
     return drawing;
 }
 
-// What is said of a row is said once, whatever its count.
+// Findings of a row are reported once, even if it has several copies.
 QList<Finding> RibDrawer::add_row(const RibRow& row, const std::string& list,
                                   Pieces& pieces) const {
     RibDrawing drawing;
     Input input;
     input.path = beside(list, row.file);
-    // Standard input is the list's alone.
+    // Standard input can only be the list itself.
     const Content content = read_input(input, -1);
     drawings::RibOptions rib = settings.rib;
     rib.chord = row.chord.value_or(rib.chord);
@@ -94,9 +94,9 @@ QList<Finding> RibDrawer::add_row(const RibRow& row, const std::string& list,
     if (!content.error.empty())
         add_error(drawing, QString::fromStdString(content.error));
     else if (is_same_file(input.path, output))
-        add_error(drawing, QStringLiteral("it is the output, too"));
+        add_error(drawing, QStringLiteral("the file is also the output"));
     else if (!(rib.chord > 0.0))
-        add_error(drawing, QStringLiteral("no chord, neither in the list nor by --chord"));
+        add_error(drawing, QStringLiteral("no chord; give it in the list or with --chord"));
     if (!drawing.findings.isEmpty())
         return drawing.findings;
     const std::optional<sections::Section> section = section_of(content.bytes, drawing);
@@ -152,7 +152,7 @@ void RibDrawer::write(drawings::Scene& scene, RibDrawing& drawing) const {
     if (settings.text_strokes) {
         const QString unknown = drawings::stroke_texts(scene);
         if (!unknown.isEmpty())
-            return add_error(drawing, QStringLiteral("--text-strokes has no lines for '") +
+            return add_error(drawing, QStringLiteral("--text-strokes cannot draw '") +
                                           QString::fromStdString(shown(unknown)) +
                                           QLatin1Char('\''));
     }
@@ -162,8 +162,9 @@ void RibDrawer::write(drawings::Scene& scene, RibDrawing& drawing) const {
         for (const drawings::Element& element : scene.elements) {
             const auto* text = std::get_if<drawings::Text>(&element.shape);
             if (text && drawings::dxf_text(text->text).size() > drawings::dxf_text_limit)
-                return add_error(drawing, QStringLiteral("a text of more than %1 bytes in DXF")
-                                              .arg(drawings::dxf_text_limit));
+                return add_error(drawing,
+                                 QStringLiteral("a text has more than %1 bytes, the limit of dxf")
+                                     .arg(drawings::dxf_text_limit));
         }
         drawing.file = drawings::dxf(scene, settings.output);
     } else {

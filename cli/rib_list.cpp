@@ -13,7 +13,7 @@ namespace {
 constexpr double greatest_chord = 1e5;
 constexpr int most_copies = 1000;
 
-// The fields of a line; none where a quote is not closed.
+// The fields of a line; nothing if a quote is not closed.
 std::optional<std::vector<std::string>> fields_of(const std::string& line) {
     std::vector<std::string> fields(1);
     bool quoted = false;
@@ -37,7 +37,7 @@ std::string trimmed(const std::string& text) {
                : text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
 
-// Why the fields are no row; empty when they are one.
+// Returns why the fields are not a valid row; empty if they are.
 QString read_row(const std::vector<std::string>& fields, RibRow& row) {
     const auto field = [&fields](std::size_t i) {
         return i < fields.size() ? trimmed(fields[i]) : std::string();
@@ -47,11 +47,11 @@ QString read_row(const std::vector<std::string>& fields, RibRow& row) {
             .arg(QString::fromStdString(shown(word)), QLatin1String(expected));
     };
     if (fields.size() > 5)
-        return QStringLiteral("%1 fields, expected file, chord, text, count, mirror")
+        return QStringLiteral("%1 fields, expected at most file, chord, text, count, mirror")
             .arg(fields.size());
     row.file = field(0);
     if (row.file.empty())
-        return QStringLiteral("no name of a file");
+        return QStringLiteral("no file name");
     if (!field(1).empty()) {
         row.chord = number_of<double>(field(1));
         if (!row.chord || !(*row.chord >= 0.001) || *row.chord > greatest_chord)
@@ -67,7 +67,7 @@ QString read_row(const std::vector<std::string>& fields, RibRow& row) {
     }
     if (!field(4).empty()) {
         if (field(4) != "yes" && field(4) != "no")
-            return refused(field(4), "mirror as yes or no");
+            return refused(field(4), "yes or no for mirror");
         row.mirror = field(4) == "yes";
     }
     return {};
@@ -96,7 +96,7 @@ RibList read_rib_list(const QByteArray& bytes) {
         if (is_header)
             continue;
         const QString reason =
-            fields ? read_row(*fields, row) : QStringLiteral("a double quote that is not closed");
+            fields ? read_row(*fields, row) : QStringLiteral("an unclosed double quote");
         if (!reason.isEmpty()) {
             fault(reason);
             continue;

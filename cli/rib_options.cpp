@@ -34,7 +34,7 @@ int index_in(const std::vector<std::string>& names, const std::string& name) {
     return int(std::find(names.begin(), names.end(), name) - names.begin());
 }
 
-// "lower:9.5,30,55", and several such lists parted by semicolons.
+// Reads "lower:9.5,30,55", or several such lists separated by semicolons.
 std::string read_stations(const std::string& text, std::vector<drawings::StationMark>& marks) {
     if (text.empty())
         return {};
@@ -45,14 +45,14 @@ std::string read_stations(const std::string& text, std::vector<drawings::Station
         for (const std::string& word : parts(list.substr(side.size() + 1), ',')) {
             const std::optional<double> percent = number_of<double>(word);
             if (!percent || *percent < 0.0 || *percent > 100.0)
-                return "--mark-at: '" + shown(word) + "' is no number within 0 to 100";
+                return "--mark-at: '" + shown(word) + "' is not a number between 0 and 100";
             marks.push_back({side == "upper", *percent});
         }
     }
     return {};
 }
 
-// "CUT=Schnitt,STITCH=Naht".
+// Reads "CUT=Schnitt,STITCH=Naht".
 std::string read_layer_names(const std::string& text, drawings::LayerNames& names) {
     if (text.empty())
         return {};
@@ -63,8 +63,8 @@ std::string read_layer_names(const std::string& text, drawings::LayerNames& name
         const auto found = std::find(standard.begin(), standard.end(), layer);
         if (equals == std::string::npos || found == standard.end())
             return "--layer-names: '" + shown(pair) +
-                   "' is not LAYER=NAME with one of CUT, STITCH, MOUTH, MARKS, GRAIN, CHORD, "
-                   "TEXT, SCALE";
+                   "' is not LAYER=NAME, where LAYER is one of CUT, STITCH, MOUTH, MARKS, GRAIN, "
+                   "CHORD, TEXT, SCALE";
         const QString name = QString::fromStdString(pair.substr(equals + 1));
         const QString fault = drawings::layer_name_fault(name);
         if (!fault.isEmpty())
@@ -75,7 +75,7 @@ std::string read_layer_names(const std::string& text, drawings::LayerNames& name
     for (const QString& name : names)
         different.insert(name.toUpper());
     if (different.size() != std::size_t(drawings::layer_count) + 1)
-        return "--layer-names: two layers have one name, or one is called 0";
+        return "--layer-names: two layers have the same name, or one is named 0";
     return {};
 }
 
@@ -160,24 +160,25 @@ RibSettings rib_settings(const Options& options, const std::string& format) {
     const bool is_pdf = format == "pdf";
     if (options.reverse || options.close_gap || options.normalize ||
         options.decimals != unset.decimals || options.points != unset.points)
-        refusal = "--reverse, --close-gap, --normalize, --decimals and --points are for tables, "
-                  "not " +
-                  format;
+        refusal =
+            "--reverse, --close-gap, --normalize, --decimals and --points are only for tables, "
+            "not for " +
+            format;
     else if (!options.lep_points.empty())
-        refusal = "--lep-points belongs to --to lep";
+        refusal = "--lep-points needs --to lep";
     else if (options.chord == unset.chord && options.ribs.empty())
         refusal = "a drawing needs --chord";
     else if (options.intake == "open" && (rib.allowance > 0.0 || !options.allowance_te.empty() ||
                                           !options.allowance_mouth.empty()))
-        refusal = "--intake open is for drawing only and takes no allowance";
+        refusal = "--intake open is for drawing only and cannot have an allowance";
     else if (!options.tile.empty() && !is_pdf)
-        refusal = "--tile belongs to pdf, not " + format;
+        refusal = "--tile is only for pdf, not for " + format;
     else if (is_pdf && options.unit != unset.unit)
-        refusal = "--unit belongs to dxf and svg; a pdf is at full size in any unit";
+        refusal = "--unit is only for dxf and svg; a pdf is always at full size";
     else if (is_pdf && !options.layer_names.empty())
-        refusal = "--layer-names belongs to dxf and svg; a pdf has no layers";
+        refusal = "--layer-names is only for dxf and svg; a pdf has no layers";
     else if (options.gap != unset.gap && options.ribs.empty())
-        refusal = "--gap belongs to --ribs";
+        refusal = "--gap needs --ribs";
     return settings;
 }
 

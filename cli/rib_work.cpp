@@ -17,7 +17,7 @@ public:
 
     std::string refusal() const override { return drawer.refusal(); }
 
-    std::string ending() const override { return "." + format; }
+    std::string extension() const override { return "." + format; }
 
     Outcome process(const Source& source) const override {
         RibDrawing drawing = drawer.drawing(source.input, source.bytes);

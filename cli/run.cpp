@@ -49,13 +49,14 @@ public:
     Run(const Verb& verb, const Options& given, Console& out)
         : options(given), console(out), work(verb.make(given)) {}
 
-    // Everything that can be wrong before the first file is read; empty for nothing.
+    // Checks everything that can be wrong before the first file is read. Returns why the run is
+    // refused; empty if it is not.
     std::string plan() {
         std::string refusal = work->refusal();
         if (!refusal.empty())
             return refusal;
         if (options.null_separated && options.files_from.empty())
-            return "--null belongs to --files-from";
+            return "--null needs --files-from";
         Inputs found = expand_inputs(options, console.streams().in);
         if (!found.refusal.empty())
             return found.refusal;
@@ -69,14 +70,14 @@ public:
         if (work->takes_reference()) {
             if (inputs.size() < 2 || options.files.empty() ||
                 inputs.front().path != options.files.front())
-                return "expected a reference, which is a file, and further files";
+                return "expected a reference file and at least one more file";
             reference = inputs.front();
             inputs.erase(inputs.begin());
         }
-        if (!work->ending().empty() || work->makes_one_output()) {
+        if (!work->extension().empty() || work->makes_one_output()) {
             Outputs planned = work->makes_one_output()
                                   ? plan_one_output(options, inputs)
-                                  : plan_outputs(options, inputs, work->ending());
+                                  : plan_outputs(options, inputs, work->extension());
             if (!planned.refusal.empty())
                 return planned.refusal;
             outputs = std::move(planned.names);
@@ -105,7 +106,7 @@ public:
 private:
     std::string plan_report() {
         if (options.report.empty())
-            return options.force && outputs.empty() ? "--force belongs to --report" : "";
+            return options.force && outputs.empty() ? "--force needs --report" : "";
         std::vector<std::string> read = {options.files_from};
         for (const Input& input : inputs)
             read.push_back(input.path);
@@ -118,14 +119,14 @@ private:
     void write_report() {
         if (!report)
             return;
-        // Below --dir, whose folders may be those of the first output.
+        // Folders inside --dir may not exist yet: if no output was written, none was created.
         const bool makes_folder =
             !options.folder.empty() && options.report.find('/') != std::string::npos;
         std::string error;
         try {
             error = write_output(options.report, report->bytes(), makes_folder);
         } catch (const std::bad_alloc&) {
-            error = "memory is too small for it";
+            error = "not enough memory";
         }
         if (error.empty())
             return;
@@ -133,7 +134,7 @@ private:
         console.err(shown(options.report) + ": " + error + "\n");
     }
 
-    // Whether there is something to hold the inputs against.
+    // Reads the reference. Returns whether it can be used.
     bool take_reference() {
         const std::string name = shown(reference->path);
         const Content content = read_input(*reference, console.streams().in);
@@ -157,11 +158,11 @@ private:
             write(source.output, outcome);
             return outcome;
         } catch (const std::bad_alloc&) {
-            return work->unreadable(source, "memory is too small for it");
+            return work->unreadable(source, "not enough memory");
         }
     }
 
-    // Empty for none.
+    // Name of the output of input @p i; empty for none.
     std::string output_of(std::size_t i) const {
         return outputs.empty() || work->makes_one_output() ? std::string() : outputs[i];
     }
@@ -185,7 +186,7 @@ private:
             report->add(shown(inputs[i].path), outcome);
         print(outcome, i == 0, json_line(inputs[i], outcome.json));
         console.progress(i + 1, inputs.size());
-        // Files are written on also when nobody hears of it.
+        // Files are still written after standard output has failed.
         return !console.failed() || !outputs.empty() || report;
     }
 
@@ -197,7 +198,7 @@ private:
         } catch (const std::bad_alloc&) {
             outcome = {};
             outcome.failed = true;
-            outcome.notes = shown(outputs.front()) + ": memory is too small for it\n";
+            outcome.notes = shown(outputs.front()) + ": not enough memory\n";
         }
         print(outcome, false, json_line(outcome.json));
     }
@@ -237,7 +238,8 @@ ExitCode run_verb(const Verb& verb, const std::vector<std::string>& arguments, C
     parsed.options.width = console.streams().out_is_terminal ? console.streams().width : 0;
     if (!parsed.options.ribs.empty()) {
         if (!parsed.options.files.empty() || !parsed.options.files_from.empty())
-            return refuse(console, verb.name, "--ribs takes the files from its list alone");
+            return refuse(console, verb.name,
+                          "--ribs reads its files from the list; do not name others");
         parsed.options.files = {parsed.options.ribs};
     }
     Run whole(verb, parsed.options, console);
@@ -265,7 +267,7 @@ ExitCode run(const std::vector<std::string>& arguments, const Streams& streams) 
     for (const Verb* verb : verbs())
         known.emplace_back(verb->name);
     if (first[0] == '-')
-        return refuse(console, {}, "the verb comes first, not '" + shown(first) + "'");
+        return refuse(console, {}, "expected a verb before '" + shown(first) + "'");
     return refuse(console, {}, "unknown verb '" + shown(first) + "'" + suggestion(first, known));
 }
 

@@ -23,7 +23,7 @@ SplineTable table_of_spline(const QByteArray& bytes) {
     read_spline_bytes(bytes, file);
     const std::optional<SplineFoil> spline = in_chord_units(file.spline);
     if (!spline) {
-        result.reason = QStringLiteral("a spline that never comes to rest on the chord");
+        result.reason = QStringLiteral("the spline never settles on the chord");
         return result;
     }
     const sections::CurveResult curve = sections::spline_curve(*spline);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What each file is, and what the window makes of it.
+// The verb check: what each file is and how the window shows it.
 #include "cli/findings.h"
 #include "cli/report_rows.h"
 #include "cli/section_file.h"
@@ -23,7 +23,7 @@ std::string name_of(Verdict verdict) {
     return sections::verdict_name(verdict).toStdString();
 }
 
-// A text in one column; the whole one stands below.
+// The text cut to its column; the findings below repeat it in full.
 std::string shortened(const std::string& text) {
     if (length_of(text) <= reason_width)
         return text;
@@ -83,7 +83,7 @@ private:
                          (options.strict && judged.verdict == Verdict::convert);
         outcome.text = column(verdict, 8) + column(shown(file.layout), 12) +
                        right_column(std::to_string(file.points), 5) + "  ";
-        // On a narrow terminal the reason has lines of its own.
+        // On a narrow terminal the reason goes below the line.
         const int whole_line = 27 + reason_width + 2 + length_of(source.name);
         const bool is_narrow = options.width > 0 && whole_line > options.width;
         if (is_narrow)
@@ -125,12 +125,12 @@ private:
 extern const Verb verb_check;
 const Verb verb_check = {
     "check",
-    "tells what each file is, and what the window makes of it",
+    "says what each file is and how the window shows it",
     "FILE...",
-    "Prints a line for each file: the verdict, the layout, the number of points, the reason and "
-    "the name, and below it what was found, with the line of the file. The verdict is ok where the "
-    "window of aerolith shows what the file means, convert where it does so only after convert, "
-    "ask where two layouts fit and --layout decides, and bad where there is no section.",
+    "Prints one line for each file: the verdict, the layout, the number of points, the reason and "
+    "the name. The findings follow, each with its line number. The verdict is ok if the Aerolith "
+    "window shows what the file means, convert if it does so only after conversion, ask if two "
+    "layouts fit and --layout must decide, and bad if the file holds no section.",
     "check wings/ --strict",
     make_work<Check>,
 };

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// How far sections lie from another one.
+// The verb compare: how far sections lie from a reference.
 #include "cli/findings.h"
 #include "cli/given_section.h"
 #include "cli/lengths.h"
@@ -158,12 +158,12 @@ void Compare::put_numbers(const Comparison& c, bool missed, QJsonObject& object)
 extern const Verb verb_compare;
 const Verb verb_compare = {
     "compare",
-    "tells how far sections lie from another one",
+    "says how far sections lie from a reference",
     "REFERENCE OTHER...",
-    "Compares each further file with the first one, whatever the formats of the two: the greatest "
-    "distance, where, and the root mean square, both ways, for each side and ranges of the chord, "
-    "and the difference of the lengths along the surface. Both are taken as the window of aerolith "
-    "shows them, unless --align moves the other one onto the chord line of the reference.",
+    "Compares each further file with the first one, the reference. Their formats may differ. "
+    "Prints the greatest distance, its station and the root mean square, in both directions, for "
+    "each side and for ranges of the chord. Prints how much longer the surface is than that of the "
+    "reference. Sections are compared as the Aerolith window shows them, unless --align is given.",
     "compare rib.txt rib.spl --chord 2850 --tolerance 2",
     make_work<Compare>,
 };

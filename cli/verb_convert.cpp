@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// From any section file to any other.
+// The verb convert: from any section file to any other.
 #include "cli/findings.h"
 #include "cli/formats.h"
 #include "cli/rib_options.h"
@@ -35,20 +35,20 @@ public:
         if (!chosen.refusal.empty())
             return chosen.refusal;
         if (writing.openings && writing.openings->start > writing.openings->end)
-            return "--openings: the intake begins behind its end";
+            return "--openings: A must not exceed B";
         if (!options.lep_points.empty() && chosen.name != "lep")
-            return "--lep-points belongs to --to lep";
+            return "--lep-points needs --to lep";
         const std::string drawing = drawing_option(options);
         if (!drawing.empty())
-            return drawing + " is for drawings: --to dxf, svg or pdf";
+            return drawing + " is only for drawings; use --to dxf, svg or pdf";
         if (options.points > 0 && !options.lep_points.empty())
-            return "--points and --lep-points cannot go together";
+            return "--points and --lep-points cannot be combined";
         if (options.points > 0 && chosen.name == spline_format)
-            return "--points belongs to tables, not to --to spl";
+            return "--points is only for tables, not for --to spl";
         return {};
     }
 
-    std::string ending() const override { return ending_of_format(chosen.name); }
+    std::string extension() const override { return extension_of_format(chosen.name); }
 
     Outcome process(const Source& source) const override {
         Reading read = reading_of(source.bytes);
@@ -77,7 +77,7 @@ public:
     }
 
 private:
-    // A file as a table, wherever its points come from.
+    // A file as a table. The points of a spline file are computed.
     struct Reading {
         tables::Table table;
         bool is_spline = false;
@@ -108,13 +108,13 @@ private:
         return read;
     }
 
-    // The curve that new points lie on, or why there is none.
+    // The curve for new points, or why there is none.
     static sections::CurveResult curve_of(const Reading& read) {
         return read.is_spline ? sections::CurveResult{read.curve, {}}
                               : sections::table_curve(read.table.points);
     }
 
-    // New points in place of those of the file; an error among the findings where there are none.
+    // Replaces the points of the file by new ones. On failure it adds an error to the findings.
     void respace(Reading& read) const {
         const sections::CurveResult curve = curve_of(read);
         const sections::Resampled resampled =
@@ -130,7 +130,7 @@ private:
         read.off_curve = resampled.off;
     }
 
-    // None where the findings say why.
+    // Nothing if the conversion fails; the findings then say why.
     std::optional<QByteArray> converted(const Source& source, const Reading& read,
                                         QList<tables::Finding>& findings) const {
         const auto refuse = [&](const QString& reason) {
@@ -139,10 +139,11 @@ private:
         };
         const std::optional<tables::Format> format = table_format(chosen.name);
         if (!format && !read.is_spline)
-            return refuse(QStringLiteral("a table; only spline files are written as spl"));
+            return refuse(
+                QStringLiteral("only a spline file can be written as spl; fit a table instead"));
         if (!format) {
             if (options.reverse || options.close_gap || options.normalize)
-                return refuse(QStringLiteral("of a spline file only the openings can be changed"));
+                return refuse(QStringLiteral("only the openings of a spline file can be changed"));
             return writing.openings ? with_openings(source.bytes, *writing.openings) : source.bytes;
         }
         tables::Table table = read.table;
@@ -164,13 +165,13 @@ private:
         findings += written.findings;
         if (!written.ok())
             return std::nullopt;
-        // A spline may be no section, and few decimals leave none of a thin one.
+        // A spline need not form a section, and rounding to few decimals can destroy a thin one.
         tables::Table again = tables::read(written.bytes);
         if (again.readable())
             again.findings += sections::shape_findings(again);
         for (const tables::Finding& finding : again.findings) {
             if (finding.gravity == tables::Gravity::error)
-                return refuse(QStringLiteral("the rows written would be no section: ") +
+                return refuse(QStringLiteral("the written rows would not form a section: ") +
                               finding.text);
         }
         return written.bytes;
@@ -206,10 +207,10 @@ const Verb verb_convert = {
     "convert",
     "writes section files in another format",
     "FILE...",
-    "Writes each file in another format. The default is a table that the window of aerolith shows "
-    "as the file means it; dxf, svg and pdf are ribs at full size for the cutter. Prints for each "
-    "file its layout, the format written, the number of "
-    "points and the names; what was put right on the way is said on standard error.",
+    "Writes each file in another format. The default is a table that the Aerolith window shows as "
+    "the file means it. dxf, svg and pdf are ribs at full size for the cutter. Prints one line for "
+    "each file: its layout, the format written, the number of points and both names. Reports "
+    "corrections on standard error.",
     "convert wings/ --dir readable --to selig --decimals 6",
     [](const Options& options) -> std::unique_ptr<Work> {
         const Chosen chosen =

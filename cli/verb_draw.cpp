@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Pictures of sections, one over the other.
+// The verb draw: several sections in one picture.
 #include "cli/application.h"
 #include "cli/findings.h"
 #include "cli/formats.h"
@@ -23,7 +23,7 @@ namespace cli {
 
 namespace {
 
-// What `--size` takes, mm or pixels.
+// The limits of `--size`, in mm or pixels.
 struct Sizes {
     const char* unit;
     double least_width;
@@ -40,7 +40,7 @@ struct Drawn {
     sections::Section section;
 };
 
-// "WxH"; none for anything else.
+// Reads "WxH"; nothing for any other text.
 std::optional<QSizeF> size_of(std::string_view text) {
     const std::size_t x = text.find('x');
     if (x == std::string_view::npos)
@@ -66,20 +66,20 @@ public:
         if (!format.refusal.empty())
             return format.refusal;
         if (!options.size.empty() && !size)
-            return "--size: '" + shown(options.size) + "', expected WxH, for instance 180x120";
+            return "--size: '" + shown(options.size) + "', expected WxH, for example 180x120";
         if (size && (size->width() < sizes.least_width || size->height() < sizes.least_height ||
                      std::max(size->width(), size->height()) > sizes.greatest))
-            return "--size: " + shown(options.size) + " is not within " +
-                   size_text({sizes.least_width, sizes.least_height}) + " to " +
+            return "--size: " + shown(options.size) + " is not between " +
+                   size_text({sizes.least_width, sizes.least_height}) + " and " +
                    size_text({sizes.greatest, sizes.greatest}) + " " + sizes.unit;
         return {};
     }
 
     std::string refusal_of(std::size_t inputs) const override {
         if (options.deviation && inputs < 2)
-            return "--deviation takes two files or more";
+            return "--deviation needs at least two files";
         if (inputs > drawings::most_pictured)
-            return std::to_string(inputs) + " files; the most in one picture are " +
+            return std::to_string(inputs) + " files; one picture holds at most " +
                    std::to_string(drawings::most_pictured);
         return {};
     }
@@ -122,7 +122,7 @@ public:
         if (drawn.empty())
             return refuse("no section to draw");
         if (options.deviation && (first_missing || drawn.size() < 2))
-            return refuse("no two sections, the first file one of them, for --deviation");
+            return refuse("--deviation needs a section in the first file and in one more");
         drawings::PictureOptions wanted;
         if (size)
             wanted.size = *size / unit();
@@ -148,14 +148,14 @@ public:
     }
 
 private:
-    // Of the size, in a millimetre.
+    // Units of the size per millimetre.
     double unit() const { return format.name == "png" ? drawings::png_pixels : 1.0; }
 
     static std::string size_text(QSizeF given) {
         return fixed(given.width(), 0) + "x" + fixed(given.height(), 0);
     }
 
-    // Why there is no file; empty for one.
+    // Returns why there is no file; empty on success.
     std::string write(const drawings::Scene& scene, Outcome& outcome) const {
         if (format.name == "svg") {
             outcome.output = drawings::svg(scene);
@@ -189,7 +189,7 @@ private:
         outcome.json.insert(QStringLiteral("distances"), array);
     }
 
-    // Base names, or paths where two of them are the same.
+    // Sections are named by their base names, or by their paths if base names are equal.
     std::vector<drawings::Pictured> pictured() const {
         std::map<std::string, int> counts;
         for (const Drawn& each : drawn)
@@ -219,12 +219,12 @@ private:
 extern const Verb verb_draw;
 const Verb verb_draw = {
     "draw",
-    "draws sections one over the other as svg, pdf or png",
+    "draws sections in one picture as svg, pdf or png",
     "FILE...",
-    "Draws all files, at most 24, into one picture: the sections one over the other in units of "
-    "the chord, tables in blue and splines in red as in the window, further ones in other colours "
-    "and all with other dashes, the ends of each intake, and a legend. Needs no display. Pixels of "
-    "png are 1/150 inch.",
+    "Draws up to 24 files into one picture, on top of each other, in units of the chord. The first "
+    "table is blue and the first spline red, as in the window. The others have other colours, and "
+    "no two have the same dashes and width. The picture also shows the ends of each intake and a "
+    "legend. One pixel of a png is 1/150 inch.",
     "draw wing.dat wing.spl --deviation --output wing.svg",
     make_work<Draw>,
 };

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The best spline over each table.
+// The verb fit: the best spline for each table.
 #include "cli/findings.h"
 #include "cli/report_rows.h"
 #include "cli/shown.h"
@@ -46,15 +46,15 @@ public:
 
     std::string refusal() const override {
         if (options.points > 0 && options.tolerance > 0.0)
-            return "--points and --tolerance exclude each other";
+            return "--points and --tolerance cannot be combined";
         if (options.symmetric && options.closed)
-            return "--symmetric and --closed exclude each other";
+            return "--symmetric and --closed cannot be combined";
         if (!options.openings.empty() && options.openings[0] > options.openings[1])
-            return "--openings: the intake begins behind its end";
+            return "--openings: A must not exceed B";
         return {};
     }
 
-    std::string ending() const override { return ".spl"; }
+    std::string extension() const override { return ".spl"; }
 
     ReportStyle report_style() const override { return fit_style(request.tolerance); }
 
@@ -104,8 +104,9 @@ private:
         if (table.readable())
             table.findings += sections::shape_findings(table);
         if (table.readable() && table.kind == tables::Kind::flat)
-            table.findings.append({tables::Gravity::error, 0,
-                                   QStringLiteral("a flat rib of no thickness has no spline")});
+            table.findings.append(
+                {tables::Gravity::error, 0,
+                 QStringLiteral("a flat rib has no thickness; no spline can be fitted")});
         return table;
     }
 
@@ -158,13 +159,14 @@ private:
 extern const Verb verb_fit;
 const Verb verb_fit = {
     "fit",
-    "lays a spline over tables",
+    "fits a spline to each table",
     "FILE...",
-    "Writes for each table the spline with the fewest control points that holds 4e-4 of the chord "
-    "over its first 20 % and 8e-4 behind, or as --points, --tolerance or --best say. Prints how "
-    "far the points of the table lie from the file that was written, as the window shows both: "
-    "the largest distance and where it is, the root of the mean square, the largest one of each "
-    "side, and how many points lie outside the tolerance.",
+    "Fits a spline to each table and writes it to a file. By default it uses as few control points "
+    "as keep every point of the table within 4e-4 of the chord over the first 20 % of the chord "
+    "and within 8e-4 behind; --points, --tolerance and --best change this. Prints how far the "
+    "points of the table lie from the written spline, as the window shows both: the largest "
+    "distance and where it is, the root mean square, the largest distance on each side, and the "
+    "number of points outside the tolerance.",
     "fit wings/ --dir splines --points 20",
     make_work<FitTables>,
 };

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The numbers of a section.
+// The verb measure: the measures of a section.
 #include "cli/findings.h"
 #include "cli/given_section.h"
 #include "cli/lengths.h"
@@ -19,7 +19,7 @@ using sections::Peak;
 constexpr int label_width = 26;
 constexpr int value_width = 12;
 
-// Lines of a label, a value and its unit, and what belongs to it.
+// Lines of a label, a value with its unit, and details.
 class Lines {
 public:
     void add(const std::string& label, const std::string& value, const std::string& unit,
@@ -249,12 +249,13 @@ void Measure::put_numbers(const sections::Section& section, const Measures& m,
 extern const Verb verb_measure;
 const Verb verb_measure = {
     "measure",
-    "prints the numbers of a section, lengths along its surface too",
+    "prints the measures of a section, with the lengths along its surface",
     "FILE...",
-    "Prints thickness and camber across the true chord line and upright in the frame of the file, "
-    "the nose, the trailing edge, area, and the lengths along the surface: sides, panels and the "
-    "mouth of the intake. Lengths are fractions of the chord, with --chord millimetres. What makes "
-    "no sense for a section is left out, and standard error says why.",
+    "Prints thickness and camber, both across the true chord line and upright in the frame of the "
+    "file. Prints the nose, the trailing edge, the area, and the lengths along the surface: sides, "
+    "panels and the mouth of the intake. Lengths are fractions of the chord, or millimetres with "
+    "--chord. Measures that make no sense for a section are left out, with the reason on standard "
+    "error.",
     "measure rib.txt --chord 2850 --at 9.5,30,55",
     make_work<Measure>,
 };

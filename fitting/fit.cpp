@@ -16,7 +16,7 @@ QSize editor_size() {
     return QSize(1024, 768);
 }
 
-// On a grid far finer than any use, so that mirrored coordinates are mirrored exactly.
+// Rounds to a grid far finer than any use, so that coordinates can be mirrored exactly.
 double on_grid(double pixels) {
     constexpr double grid = 1073741824.0; // 2^30
     return std::round(pixels * grid) / grid;
@@ -41,18 +41,18 @@ SplineFoil file_of(const Points& control, Ends ends, const tables::Openings& ope
     return spline;
 }
 
-// A spline with what a file of it says.
+// A spline and the deviation of its file.
 struct Candidate {
-    Points control; // frame of the outline
+    Points control; // in the frame of the outline
     SplineFoil spline;
     Deviation deviation;
 };
 
-// From here on a longer search is tried, and the longest one with many control points: with few
-// the distance is that of their number.
+// Above this distance a longer search follows. The longest one needs many control points: with few
+// of them, their number limits the distance.
 constexpr double near = 1e-4;
 constexpr int many_points = 25;
-// Beyond this distance no search helps.
+// Above this distance a longer search does not help.
 constexpr double far = 4e-3;
 
 bool holds(const Candidate& candidate) {
@@ -92,9 +92,9 @@ std::optional<Candidate> Fitter::candidate(int count, bool by_tolerance,
     return result;
 }
 
-// The largest distance is what is minimised. Where it exceeds the tolerance near the nose, the
-// fit that lets it grow behind is tried too. Where it stays large a longer search follows, and the
-// longest one where the tolerance is still missed or there are many control points.
+// Minimises the largest distance. If the result misses the tolerance, it also tries the fit that
+// allows twice the distance behind the nose. If the distance stays large, a longer search follows.
+// The longest search follows if the tolerance is still missed or there are many control points.
 std::optional<Candidate> Fitter::with_points(int count) const {
     std::optional<Candidate> chosen;
     const std::vector<Effort> efforts =
@@ -121,8 +121,8 @@ std::optional<Candidate> Fitter::with_points(int count) const {
     return chosen;
 }
 
-// What a number of control points reaches does not depend on the tolerance, so a wider one never
-// asks for more of them. Where none holds it, the greatest number gets the longest search.
+// The result for a number of control points does not depend on the tolerance, so a wider tolerance
+// never needs more of them. If no number holds the tolerance, the greatest gets the longest search.
 std::optional<Candidate> Fitter::with_tolerance() const {
     std::optional<Candidate> chosen;
     const auto take = [&chosen](const std::optional<Candidate>& next) {
@@ -159,7 +159,7 @@ Fit fit(const QPolygonF& table, const Request& request) {
         by_count ? fitter.with_points(std::clamp(request.points, least_points, most_points))
                  : fitter.with_tolerance();
     if (!chosen) {
-        result.reason = QStringLiteral("no spline over this outline comes to rest in the window");
+        result.reason = QStringLiteral("no spline for this outline settles in the window");
         return result;
     }
     result.spline = chosen->spline;

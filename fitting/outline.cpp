@@ -17,13 +17,13 @@ constexpr double least_camber = 1e-9;
 constexpr double grid = 17179869184.0; // 2^34
 constexpr int points_between = 7;
 
-// A sign of turning counts from this many standard deviations of the noise, and from this
-// height (chord units), which no tool for sections shows.
+// A sign of turning counts above this many standard deviations of the noise plus this height
+// (chord units), which is too small to be seen.
 constexpr double noise_factor = 4.0;
 constexpr double least_height = 1e-5;
 
-// Between the points the curve may be five times as far off, and more on edges over which the
-// curve through the points rises high: there nobody knows where it runs.
+// Between the points the spline may be five times as far off. More is allowed on edges over which
+// the interpolating curve rises high: there the section is unknown.
 constexpr double weight_between = 0.2;
 constexpr double certain_rise = 1e-3; // chord units
 constexpr int targets_per_control_point = 5;
@@ -66,7 +66,7 @@ void move_to_trailing_edge(Points& points) {
     }
 }
 
-// Each point against the polynomial through `reach` points on either side.
+// Compares each point with the polynomial through `reach` points on either side.
 double noise_against(const Points& points, int reach) {
     constexpr double median_of_normal = 0.67448975019608171;
     std::vector<double> levels;
@@ -166,7 +166,7 @@ std::vector<Target> Outline::targets(int count) const {
         if (i == edges)
             break;
         for (int k = 1; k <= per_edge; ++k) {
-            // The nearest of the stored ones.
+            // The nearest stored point.
             const int place = (k * (points_between + 1) + (per_edge + 1) / 2) / (per_edge + 1);
             const double u = place / double(points_between + 1);
             const int turn = turns[i] == turns[i + 1] ? turns[i] : 0;
@@ -194,7 +194,7 @@ Points Outline::in_window_frame(const Points& control) const {
 Preparation prepare(const QPolygonF& table) {
     Preparation result;
     if (!std::all_of(table.begin(), table.end(), is_usable)) {
-        result.reason = QStringLiteral("a point is not finite or beyond 1e6");
+        result.reason = QStringLiteral("a coordinate is not finite or exceeds 1e6");
         return result;
     }
     if (table.isEmpty()) {
@@ -254,7 +254,7 @@ std::vector<int> turning_signs(const Points& points, double threshold) {
     const int count = int(points.size());
     std::vector<int> signs(points.size(), 0);
     for (int j = 1; j + 1 < count; ++j) {
-        // Every distance at first, then ever fewer.
+        // Every distance at first, then fewer and fewer.
         for (int k = 1; j - k >= 0 && j + k < count; k += 1 + k / 4) {
             const Point across = points[j + k] - points[j - k];
             const double length = across.norm();

@@ -9,8 +9,8 @@ namespace fitting {
 namespace {
 
 constexpr double straight = 1e-6;
-constexpr int following_points = 20; // beyond, a fit may follow the noise
-constexpr int bearable_points = 25;  // beyond, it mostly does
+constexpr int following_points = 20; // with more, a fit can follow the noise
+constexpr int bearable_points = 25;  // with more, it mostly does
 
 QString number(double value, int digits = 2) {
     return QString::number(value, 'g', digits);
@@ -38,8 +38,8 @@ QList<tables::Finding> findings(const Outline& outline, const Points& control, c
     const Deviation& deviation = fit.deviation;
     if (!fit.holds) {
         say(Gravity::doubt,
-            QStringLiteral("%1 of %2 points lie outside %3 (first 20 %) and %4 (behind), the "
-                           "farthest at x = %5")
+            QStringLiteral("%1 of %2 points lie outside the tolerance of %3 (first 20 %) or %4 "
+                           "(behind); the farthest is at x = %5")
                 .arg(deviation.outside)
                 .arg(deviation.points)
                 .arg(number(tolerance), number(2.0 * tolerance),
@@ -50,40 +50,42 @@ QList<tables::Finding> findings(const Outline& outline, const Points& control, c
         if (distance <= tolerance)
             continue;
         say(Gravity::doubt,
-            QStringLiteral("the corner at x = %1 is rounded: the curve passes it at %2")
+            QStringLiteral(
+                "the corner at x = %1 is rounded; the spline passes it at a distance of %2")
                 .arg(outline.points[corner].x() - outline.nose().x(), 0, 'f', 3)
                 .arg(number(distance)));
     }
     if (deviation.largest_between > bearable_swing * deviation.largest &&
         deviation.largest_between > 0.5 * tolerance) {
         say(Gravity::note,
-            QStringLiteral("between the points the curve runs %1 off the curve through them, more "
-                           "than %2 times as far as at them")
+            QStringLiteral("between the points of the table the spline is %1 off the curve through "
+                           "them, more than %2 times as far as at the points")
                 .arg(number(deviation.largest_between), number(bearable_swing)));
     }
     if (fit.noise >= spoken_noise) {
         say(Gravity::note,
-            QStringLiteral("the table is noisy: its points scatter by %1 of the chord across the "
-                           "curve")
+            QStringLiteral("the table is noisy: its points scatter by %1 of the chord")
                 .arg(number(fit.noise)));
     }
     const bool follows = count > bearable_points ||
                          (count > following_points && deviation.root_mean_square < fit.noise);
     if (follows) {
         say(Gravity::note,
-            QStringLiteral("with %1 control points the curve mostly follows the noise of the table")
+            QStringLiteral(
+                "with %1 control points the spline mostly follows the noise of the table")
                 .arg(count));
     }
     if (fit.reversals > fit.table_reversals) {
         say(Gravity::doubt,
-            QStringLiteral("the curvature changes its sign %1 times, the table calls for %2")
+            QStringLiteral("the curvature reverses %1 times, but only %2 times in the table")
                 .arg(fit.reversals)
                 .arg(fit.table_reversals));
     }
     if (fit.least_leg < pick_distance) {
         say(Gravity::note,
-            QStringLiteral("two control points are only %1 chord apart: the editor picks within 8 "
-                           "pixels")
+            QStringLiteral(
+                "two control points are only %1 of the chord apart; the window may select "
+                "the wrong one")
                 .arg(number(fit.least_leg)));
     }
     return result;

@@ -1,11 +1,11 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Random command lines over sound and broken files, in a folder whose files are looked at after
-// each. Line k is always the same, whichever came before. Without an argument all lines run in
-// one process; with the name of the program each is a process of its own.
+// Runs random command lines on valid and broken files, and checks the files of the folder after
+// each. Line k does not depend on the lines before it. Without an argument all lines run in one
+// process; with the name of the program each line runs as a process.
 //
-// AEROLITH_LINES       how many, 2000
-// AEROLITH_LINES_SEED  which ones, 1
-// AEROLITH_LINES_FIRST the number of the first, 0
+// AEROLITH_LINES       number of lines (default 2000)
+// AEROLITH_LINES_SEED  seed (default 1)
+// AEROLITH_LINES_FIRST number of the first line (default 0)
 #include "cli/formats.h"
 #include "cli/shown.h"
 #include "fuzzing/fuzzing.h"
@@ -30,7 +30,7 @@
 
 namespace {
 
-// In seconds, the sanitizers included.
+// In seconds, even with sanitizers.
 constexpr int patience = 120;
 
 struct Line {
@@ -38,7 +38,7 @@ struct Line {
     QByteArray input;
 };
 
-// What the process of the lines tells the one that watches.
+// Shared by the process that runs the lines and the one that watches it.
 struct Progress {
     std::atomic<long> line = 0;
     std::atomic<long> codes[3] = {};
@@ -54,28 +54,28 @@ bool has(const Words& words, const std::string& word) {
     return std::find(words.begin(), words.end(), word) != words.end();
 }
 
-// The endings of what a verb writes.
-Words endings_of(const std::vector<Words>& options) {
+// The extensions of the outputs of a verb.
+Words extensions_of(const std::vector<Words>& options) {
     for (const Words& option : options) {
         if (option[0] != "--to")
             continue;
-        Words endings;
+        Words extensions;
         std::string name;
         for (const char c : option[1].substr(1)) {
             if (c != '|' && c != '}') {
                 name += c;
                 continue;
             }
-            endings.push_back(cli::ending_of_format(name));
+            extensions.push_back(cli::extension_of_format(name));
             name.clear();
         }
-        endings.emplace_back(".png");
-        return endings;
+        extensions.emplace_back(".png");
+        return extensions;
     }
     return {".spl"};
 }
 
-// An option goes with its values.
+// Removes options with their values.
 Words without(const Words& words, const std::function<bool(const Words&, const std::string&)>& is) {
     Words left;
     bool goes = false;
@@ -91,20 +91,20 @@ Words without(const Words& words, const std::function<bool(const Words&, const s
 Line line_of(long seed, long number, const LineFolder& folder) {
     std::seed_seq mixed = {seed, number};
     std::mt19937 generator(mixed);
-    // Few options: most of the lines with many are refused.
+    // Few options, because most lines with many options are refused.
     QByteArray bytes(8 + qsizetype(generator() % (generator() % 8 == 0 ? 24 : 8)), '\0');
     std::generate(bytes.begin(), bytes.end(), [&] { return char(generator()); });
     Choices choices(bytes);
 
     const auto& verbs = verbs_of_grammar();
-    // Most of the time would go into fits.
+    // Fits would take most of the time.
     std::size_t choice = choices.below(verbs.size());
     if (verbs[choice].first == "fit")
         choice = choices.below(verbs.size());
     const auto& [verb, options] = verbs[choice];
     const auto one_of = [&](const Words& words) { return words[choices.below(words.size())]; };
     const auto input = [&] { return one_of(choices.below(2) == 0 ? folder.sound : folder.inputs); };
-    const Words endings = endings_of(options);
+    const Words extensions = extensions_of(options);
     Line line;
     const NameOf name_of = [&](const std::string& option, Choices&) -> std::string {
         if (option == "--dir")
@@ -122,7 +122,7 @@ Line line_of(long seed, long number, const LineFolder& folder) {
         if (kind == 3)
             return choices.below(3) == 0 && line.words.size() > 1 ? line.words[1] : one_of(odd);
         return (kind == 0 ? "out/old" : "out/new") +
-               (option == "--report" ? ".html" : one_of(endings));
+               (option == "--report" ? ".html" : one_of(extensions));
     };
 
     line.words = {verb};
@@ -137,14 +137,14 @@ Line line_of(long seed, long number, const LineFolder& folder) {
         const std::string option = verb != "draw" && choices.below(4) == 0 ? "--dir" : "--output";
         line.words.push_back(option);
         line.words.push_back(name_of(option, choices));
-        const std::string ending = std::filesystem::path(line.words.back()).extension().native();
-        if (verb == "convert" && ending.size() > 1 && cli::is_drawing(ending.substr(1)))
+        const std::string extension = std::filesystem::path(line.words.back()).extension().native();
+        if (verb == "convert" && extension.size() > 1 && cli::is_drawing(extension.substr(1)))
             line.words.insert(line.words.end(), {"--chord", "200"});
     }
     if (choices.below(3) == 0 && (writes || verb == "check"))
         line.words.emplace_back("--force");
     line.words = with_options(line.words, options, choices, name_of);
-    // What is refused at once, and a fit that takes a second, tell little.
+    // Lines that are refused at once test little, and so do slow fits.
     if (generator() % 16 > 0)
         line.words = without(line.words, [&](const Words& before, const std::string& option) {
             return option == "--best" || option == "--help" || has(before, option);
@@ -154,7 +154,7 @@ Line line_of(long seed, long number, const LineFolder& folder) {
         const char more = char(1 + generator() % 255);
         if (generator() % 2 == 0)
             line.words.erase(word);
-        else if (more != '/' && word->substr(0, 1) != "/") // Nothing outside of the folder.
+        else if (more != '/' && word->substr(0, 1) != "/") // Stay inside the folder.
             word->insert(word->begin() + long(generator() % (word->size() + 1)), more);
     }
     line.input = folder.bytes(has(line.words, "--files-from") ? "in/list" : input());
@@ -175,7 +175,7 @@ QByteArray taken_from(int fd) {
     return bytes;
 }
 
-// The run of a line as a process.
+// Runs a line as a process.
 Result run_program(std::string program, const Line& line) {
     const int streams[] = {memory_file(line.input), memory_file({}), memory_file({})};
     posix_spawn_file_actions_t actions;
@@ -231,8 +231,8 @@ void print(long seed, long number) {
     std::printf("line %ld of seed %ld:%s\n", number, seed, text.c_str());
 }
 
-// Whether all went well. The watched process is a group of its own: those that it started end
-// with it.
+// Waits for the process and kills it if it makes no progress. It has its own process group, so that
+// its children end with it. Returns whether it succeeded.
 bool watch(pid_t process, const Progress& progress) {
     const int fd = int(::syscall(SYS_pidfd_open, process, 0));
     REQUIRE(fd >= 0);

@@ -23,7 +23,7 @@ QByteArray bytes_of(const fs::path& path) {
     return bytes;
 }
 
-// The words behind the options of this name.
+// The words that follow the options with these names.
 Words values_of(const Words& words, const Words& options) {
     Words values;
     for (std::size_t i = 1; i < words.size(); ++i) {
@@ -64,7 +64,7 @@ bool is_whole_svg(const QByteArray& bytes) {
     return !reader.hasError();
 }
 
-// Whether a file that a run wrote is complete. The content tells the kind.
+// Whether a written file is complete. Its content determines its format.
 void require_whole_file(const std::string& name, const QByteArray& bytes) {
     if (bytes.startsWith("<?xml"))
         REQUIRE(is_whole_svg(bytes));
@@ -98,11 +98,11 @@ LineFolder::LineFolder() {
         put("in/" + input, bytes);
         inputs.push_back("in/" + input);
     };
-    for (const auto& [kind, ending] :
+    for (const auto& [kind, extension] :
          std::map<std::string, std::string>{{"tables", ".dat"}, {"spline", ".spl"}}) {
         for (const fs::directory_entry& entry :
              fs::directory_iterator(fs::path(SOURCES) / "fuzzing/corpus" / kind))
-            add(entry.path().filename().native() + ending, bytes_of(entry.path()));
+            add(entry.path().filename().native() + extension, bytes_of(entry.path()));
     }
     const QByteArray table = bytes_of("in/outline.dat");
     const QByteArray spline = bytes_of(SOURCES "/samples/ram-air-intake.spl");
@@ -191,7 +191,7 @@ int LineFolder::require_whole(const Words& words, const Result& result) {
     if (after == before)
         return 0;
     REQUIRE(result.code != 2);
-    // Where links lead is asked before anything is put back.
+    // Links are resolved before anything is restored.
     const std::set<std::string> files = places_of(values_of(words, {"--output", "--report"}));
     const Words folders = values_of(words, {"--dir"});
     const std::set<std::string> below = places_of(folders);

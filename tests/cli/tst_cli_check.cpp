@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What check says of files.
+// The verb check.
 #include "cli/cliruns.h"
 #include "support/testmain.h"
 
@@ -19,7 +19,7 @@ QJsonObject checked(const QByteArray& bytes, const std::vector<std::string>& mor
     return QJsonDocument::fromJson(run.out).array().at(0).toObject();
 }
 
-// Upper side first or lower side first.
+// A section with the upper or the lower side first.
 QByteArray turned_round(const QByteArray& table) {
     QByteArrayList rows = table.trimmed().split('\n');
     const QByteArray title = rows.takeFirst();
@@ -77,7 +77,7 @@ private slots:
         QVERIFY2(run.err.startsWith("1 file: ") && run.err.contains(count), run.err.constData());
     }
 
-    // A finding tells the name, the line and the text, on standard output.
+    // Findings go to standard output, with name, line and text.
     void findings_are_lines() {
         const QByteArray bad = QByteArray(plain_table()).replace("0.08000", "1.234.5");
         const QJsonArray findings = checked(bad)[u"findings"].toArray();
@@ -104,7 +104,7 @@ private slots:
         QCOMPARE(checked(plain_table(), {"--layout", "lednicer"})[u"verdict"].toString(), u"bad"_s);
     }
 
-    // What a file holds cannot steer the terminal.
+    // The content of a file cannot control the terminal.
     void texts_of_files_are_shown() {
         const QByteArray bad = QByteArray(plain_table()).replace("0.08000", "\x1b[2J\x9b");
         const CliRun run = run_cli({"check", "-"}, bad);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// From any section file to any other.
+// The verb convert.
 #include "airfoil/airfoil.h"
 #include "cli/cliruns.h"
 #include "cli/formats.h"
@@ -20,7 +20,7 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// What convert makes of standard input.
+// The output of convert for standard input.
 CliRun converted(const QByteArray& bytes, const Words& more) {
     Words arguments = {"convert", "-", "-o", "-"};
     arguments.insert(arguments.end(), more.begin(), more.end());
@@ -36,7 +36,7 @@ double farthest(const QPolygonF& a, const QPolygonF& b) {
     return distance;
 }
 
-// The points from the end of the upper side round.
+// The points from the trailing edge, upper side first.
 QPolygonF upper_first(QPolygonF points) {
     if (points[points.size() / 4].y() < points[3 * points.size() / 4].y())
         std::reverse(points.begin(), points.end());
@@ -55,7 +55,7 @@ class CliConvert : public QObject {
     Q_OBJECT
 
 private slots:
-    // There and back gives the points to the printed decimals, upper side first.
+    // Converting there and back gives the points to the printed decimals, upper side first.
     void formats_data() {
         QTest::addColumn<QString>("format");
         for (const std::string& format : cli::output_formats()) {
@@ -72,7 +72,7 @@ private slots:
         const CliRun run = converted(bytes, arguments);
         QCOMPARE(run.code, 0);
         QVERIFY(!run.out.isEmpty());
-        // json is for programs; it holds the points as they are.
+        // json keeps the exact points.
         if (format == u"json"_s) {
             const QJsonObject object = QJsonDocument::fromJson(run.out).object();
             QCOMPARE(object[u"points"].toArray().size(), tables::read(bytes).points.size());
@@ -81,18 +81,18 @@ private slots:
         const tables::Table table = tables::read(run.out);
         QVERIFY(table.readable());
         const tables::Table meant = tables::read(bytes);
-        // A mouth puts rows in where its ends are.
+        // lep inserts rows at the ends of the mouth.
         if (format == u"lep"_s) {
             QVERIFY(table.openings);
             QVERIFY(std::abs(table.openings->start - 9.5) < 1e-4);
             QVERIFY(std::abs(table.openings->end - 20.0) < 1e-4);
             return;
         }
-        // Half a unit of the last decimal, in x and in y.
+        // Half a unit of the last decimal, both in x and in y.
         QVERIFY(farthest(upper_first(table.points), upper_first(meant.points)) < 0.8e-7);
     }
 
-    // The default opens in the window as what the file means.
+    // The window shows the default format as the file means it.
     void default_opens_in_the_window_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::newRow("outline") << sample("naca-0012-outline.dat");
@@ -134,7 +134,7 @@ private slots:
         QCOMPARE(converted(profile, {"--to", "lep"}).out, profile);
     }
 
-    // All profiles of a wing have the same counts, whatever their points were.
+    // All profiles of a wing get the same counts, whatever points they had.
     void profiles_of_the_same_counts_data() {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<bool>("normalized");
@@ -157,8 +157,8 @@ private slots:
         const tables::Table profile = tables::read(run.out);
         QVERIFY(profile.readable());
         QCOMPARE(profile.points.size(), qsizetype(111));
-        // The new points lie on the curve through those of the plain profile. Where the rows are
-        // turned the frames differ a little: each lies by the nose among its own rows.
+        // The new points lie on the curve through the points of the plain profile. The frames of
+        // reversed rows differ a little, because each frame refers to the nose among its own rows.
         if (run.err.contains("turned"))
             return;
         Words plain = {"--to", "lep", "--openings", "3.25", "9"};
@@ -204,7 +204,7 @@ private slots:
             QCOMPARE(converted(bytes, {"--to", "spl", other}).code, 1);
     }
 
-    // Points lie on the curve, and the text says how far the lines between them are off it.
+    // Points lie on the curve. The output gives the distance of the lines between them from it.
     void spline_to_table() {
         const FreshFolder folder;
         put_file("a.spl", sample("symmetric.spl"));
@@ -230,7 +230,7 @@ private slots:
             QTest::newRow(name) << bytes << format << reason;
         };
         row("table-as-spline", plain_table(), "spl",
-            "-: a table; only spline files are written as spl\n");
+            "-: only a spline file can be written as spl; fit a table instead\n");
         row("no-openings", plain_table(), "lep", "--openings");
         row("cut-spline", sample("symmetric.spl").chopped(9), "window", "-: ");
         row("no-number", plain_table().replace("0.08000", "O.123"), "window", "-:4: ");
@@ -239,7 +239,7 @@ private slots:
         const QByteArray one_side = sample("../fuzzing/corpus/spline/side-of-no-length");
         for (const char* format : {"window", "selig", "lednicer", "csv", "json"})
             row(QByteArray("one-side-as-").append(format).constData(), one_side, format,
-                "would be no section");
+                "would not form a section");
     }
     void refusals() {
         QFETCH(const QByteArray, bytes);
@@ -249,11 +249,11 @@ private slots:
         QCOMPARE(run.code, 1);
         QCOMPARE(run.out, QByteArray());
         QVERIFY2(run.err.contains(reason), run.err.constData());
-        // A closed gap makes no section of one side.
+        // Closing the gap does not turn one side into a section.
         QCOMPARE(converted(bytes, {"--to", format.toStdString(), "--close-gap"}).code, 1);
     }
 
-    // What was put right is said on standard error, with the line.
+    // Corrections are reported on standard error, with the line.
     void notes() {
         const CliRun run =
             converted("wing\n100 0\n50 8\n10 5\n0 0\n10 -3\n50 -4\n100 0\n", {"--to", "selig"});

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Pictures by draw: several files into one, formats, sizes, and what is refused.
+// The verb draw: several files in one picture, formats, sizes, refusals.
 #include "cli/cliruns.h"
 #include "support/testmain.h"
 
@@ -75,7 +75,7 @@ void tst_cli_draw::each_format() {
     const QByteArray bytes = file_bytes(name);
     QVERIFY(bytes.startsWith(start));
 
-    // The same by its format as by its ending, and the same again.
+    // --to and the extension give the same bytes, in every run.
     QCOMPARE(draw({"a.dat", "b.dat", "-o", "other", "--to", format.toStdString()}).code, 0);
     QCOMPARE(file_bytes("other"), bytes);
     put_file("other", "old");
@@ -157,7 +157,7 @@ void tst_cli_draw::sizes() {
         return;
     const QImage image = QImage::fromData(bytes);
     QCOMPARE(image.size(), QSize(801, 333));
-    QCOMPARE(image.dotsPerMeterX(), 5906); // 150 to the inch
+    QCOMPARE(image.dotsPerMeterX(), 5906); // 150 per inch
 }
 
 void tst_cli_draw::refused_data() {
@@ -166,24 +166,26 @@ void tst_cli_draw::refused_data() {
     const auto row = [](const char* name, const Words& arguments, const char* reason) {
         QTest::newRow(name) << arguments << QByteArray(reason);
     };
-    row("no output", {"a.dat"}, "where to write? --output OUT names the file");
-    row("ending", {"a.dat", "-o", "p.dxf"}, "the ending .dxf is that of no format; --to names one");
-    row("format", {"a.dat", "-o", "p", "--to", "dxf"}, "--to: 'dxf' is none of svg, pdf, png");
-    row("exists", {"a.dat", "-o", "old.svg"}, "old.svg exists; --force replaces it");
-    row("is an input", {"a.dat", "old.svg", "-fo", "old.svg"}, "old.svg is an input, too");
+    row("no output", {"a.dat"}, "no output given; use --output OUT");
+    row("extension", {"a.dat", "-o", "p.dxf"},
+        "no format has the extension .dxf; choose one with --to");
+    row("format", {"a.dat", "-o", "p", "--to", "dxf"}, "--to: 'dxf' is not one of svg, pdf, png");
+    row("exists", {"a.dat", "-o", "old.svg"}, "old.svg exists; use --force to replace it");
+    row("is an input", {"a.dat", "old.svg", "-fo", "old.svg"},
+        "old.svg is an input; choose another name");
     row("is a folder", {"a.dat", "-fo", "folder", "-t", "svg"}, "folder is a folder");
     row("two on standard output", {"a.dat", "-o", "-", "--json"},
-        "--json and --output - would both fill standard output");
+        "--json and --output - cannot be combined; both use standard output");
     row("size", {"a.dat", "-o", "p.svg", "--size", "100"},
-        "--size: '100', expected WxH, for instance 180x120");
+        "--size: '100', expected WxH, for example 180x120");
     row("size with a comma", {"a.dat", "-o", "p.svg", "--size", "120,5x100"},
-        "--size: '120,5x100', expected WxH, for instance 180x120");
+        "--size: '120,5x100', expected WxH, for example 180x120");
     row("size of nan", {"a.dat", "-o", "p.svg", "--size", "nanx100"},
-        "--size: 'nanx100', expected WxH, for instance 180x120");
+        "--size: 'nanx100', expected WxH, for example 180x120");
     row("small", {"a.dat", "-o", "p.svg", "--size", "119.9x40"},
-        "--size: 119.9x40 is not within 120x40 to 2000x2000 mm");
+        "--size: 119.9x40 is not between 120x40 and 2000x2000 mm");
     row("large", {"a.dat", "-o", "p.png", "--size", "8001x400"},
-        "--size: 8001x400 is not within 720x240 to 8000x8000 pixels");
+        "--size: 8001x400 is not between 720x240 and 8000x8000 pixels");
 }
 
 void tst_cli_draw::refused() {
@@ -233,7 +235,7 @@ void tst_cli_draw::too_many() {
     QCOMPARE(draw({"in", "-o", "p.svg"}).code, 0);
     const CliRun run = draw({"in", "-", "-o", "q.svg"});
     QCOMPARE(run.code, 2);
-    QVERIFY2(run.err.startsWith("aerolith-cli draw: 25 files; the most in one picture are 24\n"),
+    QVERIFY2(run.err.startsWith("aerolith-cli draw: 25 files; one picture holds at most 24\n"),
              run.err.constData());
     QCOMPARE(file_bytes("q.svg"), QByteArray());
 }
@@ -258,8 +260,8 @@ void tst_cli_draw::deviation() {
     put_file("bad.dat", "nothing");
     const CliRun bad = draw({"bad.dat", "a.dat", "b.dat", "-o", "r.svg", "--deviation"});
     QCOMPARE(bad.code, 1);
-    QVERIFY2(bad.err.endsWith("r.svg: no two sections, the first file one of them, for "
-                              "--deviation\n"),
+    QVERIFY2(bad.err.endsWith("r.svg: --deviation needs a section in the first file and in one "
+                              "more\n"),
              bad.err.constData());
     QCOMPARE(draw({"a.dat", "bad.dat", "-o", "r.svg", "--deviation"}).code, 1);
     QCOMPARE(file_bytes("r.svg"), QByteArray());

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The verb fit: its options, exit codes, what it says of tables, the file that it writes.
+// The verb fit: options, exit codes, findings, and the written file.
 #include "cli/cliruns.h"
 #include "document/parastruct.h"
 #include "support/testmain.h"
@@ -17,8 +17,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A section of 81 rows from the trailing edge over the top. The rows scatter by `noise` of the
-// chord across the curve, evenly distributed.
+// A section of 81 rows from the trailing edge over the top. The rows scatter across the curve by
+// uniform noise, `noise` in fractions of the chord.
 QByteArray section(double noise = 0.0) {
     constexpr double pi = 3.14159265358979323846;
     constexpr int rows = 81;
@@ -39,8 +39,8 @@ QByteArray flat_rib() {
     return "flat\n1 0\n0.75 0\n0.5 0\n0.25 0\n0 0\n0.25 0\n0.5 0\n0.75 0\n1 0\n";
 }
 
-// A section with an intake: the counts behind the title are all rows, those to O-1, the mouth,
-// and those behind O-2.
+// A section with an intake. The counts behind the title are: all rows, rows up to O-1, rows of the
+// mouth, rows behind O-2.
 QByteArray rib() {
     return "a_rib\n17\n9\n4\n6\n"
            "1.0 0.0\n0.8 0.05\n0.5 0.11\n0.25 0.12\n0.1 0.09\n0.02 0.04\n0.0 0.0\n0.01 -0.02\n"
@@ -54,7 +54,7 @@ std::vector<std::string> fit_with(const std::vector<std::string>& options) {
     return arguments;
 }
 
-// The result of a run with --json, and the spline of its file.
+// The result of a run with --json, and the spline in its file.
 struct Fitted {
     CliRun run;
     QJsonObject figures;
@@ -82,7 +82,7 @@ class CliFit : public QObject {
 private slots:
     void rows_of_options_data() {
         QTest::addColumn<QStringList>("options");
-        QTest::addColumn<int>("points"); // 0: not said
+        QTest::addColumn<int>("points"); // 0 if not given
         QTest::addColumn<double>("largest");
         QTest::newRow("none") << QStringList() << 0 << 8e-4;
         QTest::newRow("points-4") << QStringList{u"--points"_s, u"4"_s} << 4 << 1.0;
@@ -122,10 +122,10 @@ private slots:
         row("no-tolerance", u"--tolerance 0"_s, "--tolerance");
         row("nan", u"--tolerance nan"_s, "--tolerance");
         row("comma", u"--tolerance 1,5"_s, "--tolerance");
-        row("both", u"--points 9 --tolerance 1e-3"_s, "exclude each other");
-        row("ends", u"--symmetric --closed"_s, "exclude each other");
+        row("both", u"--points 9 --tolerance 1e-3"_s, "cannot be combined");
+        row("ends", u"--symmetric --closed"_s, "cannot be combined");
         row("one-opening", u"--openings 3"_s, "--openings");
-        row("openings", u"--openings 9 3"_s, "begins behind its end");
+        row("openings", u"--openings 9 3"_s, "A must not exceed B");
     }
     void bad_usage() {
         QFETCH(const QStringList, options);
@@ -196,7 +196,7 @@ private slots:
         QVERIFY(file_bytes("a.spl").isNull());
     }
 
-    void a_noisy_table_is_told() {
+    void reports_a_noisy_table() {
         const FreshFolder folder;
         const Fitted noisy = fitted(section(3e-4), {"--points", "28"});
         const double level = noisy.figures["noise"_L1].toDouble();
@@ -208,7 +208,7 @@ private slots:
         QVERIFY(!fitted(section(), {}).run.err.contains("noisy"));
     }
 
-    void a_missed_tolerance_is_told() {
+    void reports_a_missed_tolerance() {
         const FreshFolder folder;
         const Fitted missed = fitted(section(), {"--points", "4"});
         QCOMPARE(missed.run.code, 1);

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Which files a verb works on, and which of them are refused.
+// The files that a verb works on, and those that it refuses.
 #include "cli/cliruns.h"
 #include "cli/inputs.h"
 #include "support/testmain.h"
@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A list as standard input, or nothing.
+// Standard input: a list, or nothing.
 int input_holding(const QByteArray& bytes) {
     put_file("list", bytes);
     return ::open("list", O_RDONLY | O_CLOEXEC);
@@ -146,7 +146,7 @@ private slots:
         row("list-and-input", {"--files-from", "-", "-"}, "", once);
         row("input-in-list", {"--files-from", "-"}, "-\n", once);
         row("null-in-lines", {"--files-from", "-"}, QByteArray("a\0b", 3),
-            "the list - holds null characters; --null takes such lists");
+            "the list - contains null characters; read it with --null");
         row("missing-list", {"--files-from", "nowhere"}, "",
             "the list nowhere: No such file or directory");
         row("folder-as-list", {"--files-from", "."}, "",
@@ -192,7 +192,7 @@ private slots:
         const int server = ::socket(AF_UNIX, SOCK_STREAM, 0);
         QCOMPARE(::bind(server, reinterpret_cast<sockaddr*>(&address), sizeof address), 0);
 
-        // The good file behind it is still read.
+        // The good file after it is still read.
         const std::string path = name.toStdString();
         const CliRun run = run_cli({"check", "--json", path, "good.dat"});
         ::close(server);
@@ -231,7 +231,7 @@ private slots:
         QCOMPARE(array[0][u"points"].toInt(), 11);
     }
 
-    // The order of the results is that of the arguments, whatever the number of jobs.
+    // Results are in the order of the arguments for any number of jobs.
     void same_results_for_all_jobs() {
         const FreshFolder folder;
         for (int i = 0; i < 60; ++i)

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Works on several threads, their results in order.
+// Jobs on several threads, with their results in order.
 #include "cli/jobs.h"
 #include "support/testmain.h"
 
@@ -43,14 +43,14 @@ private slots:
             QCOMPARE(taken[std::size_t(i)], 3 * i);
     }
 
-    // The first result comes late: the others wait, but no more than the window.
+    // The first result comes late. The others wait, at most as many as the window holds.
     void waits_within_the_window() {
         constexpr int threads = 3;
         std::atomic<int> started = 0;
         std::atomic<bool> release = false;
         std::atomic<int> started_before_release = 0;
         std::thread watch([&] {
-            // All that may start have started when nothing has come for a while.
+            // If no job starts for a while, all that may start have started.
             int seen = -1;
             while (seen != started) {
                 seen = started;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The verbs measure and compare: units, exit codes, what is left out.
+// The verbs measure and compare: units, exit codes, missing measures.
 #include "cli/cliruns.h"
 #include "cli/lengths.h"
 #include "support/testmain.h"
@@ -147,7 +147,7 @@ private slots:
                 << QByteArray(spacing) << QByteArray::fromStdString(::spline);
         }
     }
-    // The new table lies on the old curve, and says how far straight lines are off it.
+    // The new table lies on the old curve. The output gives the distance of straight lines from it.
     void new_points() {
         QFETCH(QByteArray, spacing);
         QFETCH(QByteArray, input);
@@ -232,7 +232,7 @@ private slots:
         QTest::addColumn<QByteArrayList>("words");
         QTest::addColumn<int>("code");
         QTest::addColumn<QByteArray>("message");
-        const QByteArray expected = "expected a reference, which is a file, and further files";
+        const QByteArray expected = "expected a reference file and at least one more file";
         QTest::newRow("alone") << QByteArrayList{"a.dat"} << 2 << expected;
         QTest::newRow("folder") << QByteArrayList{"f", "a.dat"} << 2 << expected;
         QTest::newRow("list-alone") << QByteArrayList{"--files-from", "list"} << 2 << expected;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The table of options, row by row, and what the parser makes of arguments.
+// The table of options, row by row, and the parser.
 #include "cli/cliruns.h"
 #include "cli/documents.h"
 #include "cli/help.h"
@@ -42,7 +42,7 @@ bool is_whole(const Option& option) {
            std::holds_alternative<std::vector<int> Options::*>(option.target);
 }
 
-// Values that an option takes, all of its numbers the same.
+// Valid values of an option. All of its numbers are equal.
 Words values(const Option& option, const std::string& number) {
     if (!is_number(option))
         return {option.choices ? option.choices().front() : "name"};
@@ -125,7 +125,7 @@ private slots:
         QVERIFY(!option.choices || !option.choices().empty());
     }
 
-    // The default of the table is that of the record: giving it changes nothing.
+    // The defaults in the table are those of the record.
     void default_is_the_records_data() { add_rows(any); }
     void default_is_the_records() {
         const Option& option = option_of_row();
@@ -204,7 +204,7 @@ private slots:
         QVERIFY(!refusal(option, {long_name(option), option.choices().front() + "x"}).empty());
     }
 
-    // Whatever is made from the table names every option.
+    // Everything generated from the table names every option.
     void everything_names_it_data() { add_rows(any); }
     void everything_names_it() {
         const Option& option = option_of_row();
@@ -259,33 +259,32 @@ private slots:
                             const QByteArray& message) {
             QTest::newRow(name) << arguments << message;
         };
-        row("verb", {"chek"}, "aerolith-cli: unknown verb 'chek', did you mean 'check'?");
+        row("verb", {"chek"}, "aerolith-cli: unknown verb 'chek'; did you mean 'check'?");
         row("far-verb", {"zzz"}, "aerolith-cli: unknown verb 'zzz'");
         row("empty-verb", {""}, "aerolith-cli: unknown verb ''");
         row("escape-in-verb", {"\x1b[2J"}, "aerolith-cli: unknown verb '\\x1B[2J'");
-        row("option-first", {"--json", "check"},
-            "aerolith-cli: the verb comes first, not '--json'");
+        row("option-first", {"--json", "check"}, "aerolith-cli: expected a verb before '--json'");
         row("option", {"check", "--jsno", "x"},
-            "aerolith-cli check: unknown option '--jsno', did you mean '--json'?");
+            "aerolith-cli check: unknown option '--jsno'; did you mean '--json'?");
         row("option-with-value", {"check", "--laoyut=selig"},
-            "aerolith-cli check: unknown option '--laoyut', did you mean '--layout'?");
+            "aerolith-cli check: unknown option '--laoyut'; did you mean '--layout'?");
         row("letter", {"check", "-x"}, "aerolith-cli check: unknown option '-x'");
         row("no-files", {"check"}, "aerolith-cli check: no files given");
         row("empty-name", {"check", ""}, "aerolith-cli check: a file name is empty");
-        row("null-alone", {"check", "-0", "x"},
-            "aerolith-cli check: --null belongs to --files-from");
+        row("null-alone", {"check", "-0", "x"}, "aerolith-cli check: --null needs --files-from");
         row("comma", {"convert", "x", "-d", "y", "--openings", "9,5", "20"},
-            "aerolith-cli convert: --openings: '9,5' is no number; numbers have a decimal point");
+            "aerolith-cli convert: --openings: '9,5' is not a number; use a decimal point");
         row("openings-turned", {"convert", "x", "-d", "y", "--openings", "9", "3"},
-            "aerolith-cli convert: --openings: the intake begins behind its end");
+            "aerolith-cli convert: --openings: A must not exceed B");
         row("counts-of-no-profile", {"convert", "x", "-d", "y", "--lep-points", "60,8,45"},
-            "aerolith-cli convert: --lep-points belongs to --to lep");
+            "aerolith-cli convert: --lep-points needs --to lep");
         row("two-counts", {"convert", "x", "-d", "y", "-t", "lep", "--lep-points", "60,8"},
-            "aerolith-cli convert: --lep-points: '60,8' is not 3 numbers parted by commas");
-        row("ending", {"convert", "x", "-o", "y.pov"},
-            "aerolith-cli convert: the ending .pov is that of no format; --to names one");
-        row("lep-ending", {"convert", "x", "-o", "y.dat", "--to", "lep"},
-            "aerolith-cli convert: a lep file ends with .txt, not .dat");
+            "aerolith-cli convert: --lep-points: '60,8' is not a list of 3 numbers separated by "
+            "commas");
+        row("extension", {"convert", "x", "-o", "y.pov"},
+            "aerolith-cli convert: no format has the extension .pov; choose one with --to");
+        row("lep-extension", {"convert", "x", "-o", "y.dat", "--to", "lep"},
+            "aerolith-cli convert: a lep file needs the extension .txt, not .dat");
     }
     void refusals() {
         QFETCH(const QByteArrayList, arguments);

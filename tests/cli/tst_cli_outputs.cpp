@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Where results go, and what is refused before the first one is written.
+// Where outputs go, and which are refused before the first one is written.
 #include "cli/cliruns.h"
 #include "support/testmain.h"
 
@@ -34,10 +34,10 @@ private slots:
             QTest::newRow(name) << inputs << arguments << outputs;
         };
         row("one", {"a.dat"}, {"a.dat", "-o", "b.txt"}, {"b.txt"});
-        row("ending", {"a.dat"}, {"a.dat", "-d", "o"}, {"o/a.txt"});
-        row("ending-of-format", {"a.txt"}, {"a.txt", "-d", "o", "-t", "csv"}, {"o/a.csv"});
-        row("number-is-no-ending", {"naca.0012"}, {"naca.0012", "-d", "o"}, {"o/naca.0012.txt"});
-        row("long-is-no-ending", {"a.sectional9"}, {"a.sectional9", "-d", "o"},
+        row("extension", {"a.dat"}, {"a.dat", "-d", "o"}, {"o/a.txt"});
+        row("extension-of-format", {"a.txt"}, {"a.txt", "-d", "o", "-t", "csv"}, {"o/a.csv"});
+        row("number-is-no-extension", {"naca.0012"}, {"naca.0012", "-d", "o"}, {"o/naca.0012.txt"});
+        row("long-is-no-extension", {"a.sectional9"}, {"a.sectional9", "-d", "o"},
             {"o/a.sectional9.txt"});
         row("hidden", {".dat"}, {".dat", "-d", "o"}, {"o/.dat.txt"});
         row("point-in-folder", {"v1.x/a"}, {"v1.x/a", "-d", "o"}, {"o/a.txt"});
@@ -76,33 +76,34 @@ private slots:
             QTest::newRow(name) << inputs << arguments << reason;
         };
         row("nowhere", {"a"}, {"a"},
-            "where to write? --output OUT names one file, --dir FOLDER takes many");
-        row("both", {"a"}, {"a", "-o", "b", "-d", "c"}, "--output and --dir exclude each other");
+            "no output given; use --output OUT for one file, --dir FOLDER for several");
+        row("both", {"a"}, {"a", "-o", "b", "-d", "c"}, "--output and --dir cannot be combined");
         row("two-for-one", {"a", "b"}, {"a", "b", "-o", "c"},
-            "--output takes one input, here are 2; --dir FOLDER takes many");
+            "--output takes one input, not 2; use --dir FOLDER");
         row("json-and-output", {"a"}, {"a", "-o", "-", "--json"},
-            "--json and --output - would both fill standard output");
+            "--json and --output - cannot be combined; both use standard output");
         row("input-below-folder", {}, {"-", "-d", "o"},
-            "standard input has no name to write below --dir; --output names the file");
-        row("folder-is-file", {"a", "o"}, {"a", "-d", "o"}, "--dir o is no folder");
+            "standard input has no name for a file in --dir; use --output OUT");
+        row("folder-is-file", {"a", "o"}, {"a", "-d", "o"}, "--dir o is not a folder");
         row("output-is-folder", {"a", "o/x"}, {"a", "-o", "o"}, "o is a folder");
         row("clash", {"a.dat", "a.txt"}, {"a.dat", "a.txt", "-d", "o"},
             "a.dat and a.txt would both be written to o/a.txt");
         row("file-and-folder", {"f/a.dat", "f/a.txt/b.dat"}, {"f", "-d", "o"},
-            "o/a.txt would be a file and the folder of o/a.txt/b.txt");
+            "o/a.txt would be both a file and the folder of o/a.txt/b.txt");
         row("exists", {"a", "b", "o/b.txt"}, {"a", "b", "-d", "o"},
-            "o/b.txt exists; --force replaces it");
+            "o/b.txt exists; use --force to replace it");
         row("two-exist", {"a", "b", "o/a.txt", "o/b.txt"}, {"a", "b", "-d", "o"},
-            "o/a.txt exists, and 1 more; --force replaces it");
-        row("is-input", {"a.txt"}, {"a.txt", "-o", "a.txt"}, "a.txt is an input, too");
+            "o/a.txt and 1 more exist; use --force to replace them");
+        row("is-input", {"a.txt"}, {"a.txt", "-o", "a.txt"},
+            "a.txt is an input; choose another name");
         row("is-input-by-force", {"a.txt"}, {"a.txt", "-o", "a.txt", "-f"},
-            "a.txt is an input, too");
+            "a.txt is an input; choose another name");
         row("is-another-input", {"f/a.dat", "f/a.txt"}, {"f/a.dat", "f/a.txt", "-d", "f", "-f"},
             "f/a.dat and f/a.txt would both be written to f/a.txt");
         row("is-later-input", {"f/a.dat", "f/a.txt/x", "g.txt"},
-            {"f/a.dat", "g.txt", "-d", ".", "-f"}, "./g.txt is an input, too");
+            {"f/a.dat", "g.txt", "-d", ".", "-f"}, "./g.txt is an input; choose another name");
         row("is-list", {"list.txt"}, {"--files-from", "list.txt", "-0", "-o", "list.txt", "-f"},
-            "list.txt is an input, too");
+            "list.txt is an input; choose another name");
     }
     void refusals() {
         QFETCH(const QByteArrayList, inputs);
@@ -121,7 +122,7 @@ private slots:
             QCOMPARE(file_bytes(name), plain_table());
     }
 
-    // Links below the folder of the outputs; those to nothing lead somewhere all the same.
+    // Links in the folder of the outputs, some of them dangling.
     void one_file_by_two_names_data() {
         QTest::addColumn<QByteArrayList>("files");
         QTest::addColumn<QByteArray>("link");
@@ -138,7 +139,8 @@ private slots:
         row("folder", {"f/s/a.dat", "f/t/a.dat", "o/t/x"}, "o/s", "t", "o/t/a.txt" + same);
         row("deep-folder", {"f/s/n/a.dat", "f/t/n/a.dat", "o/t/x"}, "o/s", "t",
             "o/t/n/a.txt" + same);
-        row("input", {"f/a.dat"}, "o/a.txt", "../f/a.dat", "o/a.txt is an input, too");
+        row("input", {"f/a.dat"}, "o/a.txt", "../f/a.dat",
+            "o/a.txt is an input; choose another name");
     }
     void one_file_by_two_names() {
         QFETCH(const QByteArrayList, files);
@@ -157,7 +159,7 @@ private slots:
         QCOMPARE(files_here(), before);
     }
 
-    // A loop of links is no place: the others are written.
+    // A loop of links has no place. The other files are written.
     void links_in_a_loop() {
         const FreshFolder folder;
         for (const char* name : {"f/a.dat", "f/b.dat", "f/c.dat", "f/s/d.dat", "f/t/d.dat"})

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The page of --report: when it is written, what stands in it, and what is refused before.
+// The page of --report: when it is written, its content, refusals.
 #include "cli/cliruns.h"
 #include "support/testmain.h"
 
@@ -18,7 +18,7 @@ CliRun run(const QByteArrayList& arguments) {
     return run_cli(words_from(arguments), {}, [](cli::Streams& streams) { streams.width = 300; });
 }
 
-// A cambered section of @p rows rows, in percent of the camber 4 and thickness 12.
+// A cambered section. Camber and thickness are fractions of the chord.
 QByteArray section(int rows, double camber = 0.04, double thickness = 0.12) {
     QByteArray table = "A section\n";
     for (int i = 0; i < rows; ++i) {
@@ -33,7 +33,7 @@ QByteArray section(int rows, double camber = 0.04, double thickness = 0.12) {
     return table;
 }
 
-// The cells between <tag> and </tag> in their order, without the tags within.
+// The texts between <tag> and </tag> in their order, without inner tags.
 QByteArrayList texts_between(const QByteArray& page, const QByteArray& start,
                              const QByteArray& end) {
     QByteArrayList texts;
@@ -75,7 +75,7 @@ class CliReport : public QObject {
     Q_OBJECT
 
 private slots:
-    // The results are those of a run without a report.
+    // A report does not change the other results.
     void verbs_data() {
         QTest::addColumn<QByteArrayList>("arguments");
         QTest::addColumn<QByteArrayList>("states");
@@ -123,7 +123,7 @@ private slots:
         QVERIFY(page.contains("no rows of numbers"));
     }
 
-    // The worst one with its name, and the middle.
+    // The summary has the worst value with its name, and the median.
     void figures() {
         const FreshFolder folder;
         put_file("a.dat", section(81));
@@ -138,7 +138,7 @@ private slots:
         const auto number = [](const QByteArray& fact) {
             return fact.split(' ').first().toDouble();
         };
-        // Half the thickness that is added, a little less across the inclined surface.
+        // Half of the added thickness, a little less because the surface is inclined.
         QVERIFY2(facts[3].endsWith(" mm worst: other4"), facts[3].constData());
         QVERIFY2(std::abs(number(facts[3]) - 8.0) < 0.1, facts[3].constData());
         QVERIFY2(facts[4].endsWith(" mm median"), facts[4].constData());
@@ -168,22 +168,26 @@ private slots:
         const auto row = [](const QByteArrayList& arguments, const QByteArray& reason) {
             QTest::newRow(arguments.join(' ').constData()) << arguments << reason;
         };
-        row({"check", "a.dat", "--report", "-"}, "standard output has the results");
-        row({"check", "a.dat", "--report", "old.html"}, "old.html exists; --force replaces it");
-        row({"check", "a.dat", "-f", "--report", "a.dat"}, "is an input, too");
-        row({"check", "a.dat", "-f", "--report", "linked.html"}, "is an input, too");
-        row({"check", "--files-from", "list", "-f", "--report", "list"}, "is an input, too");
-        row({"compare", "a.dat", "b.dat", "-f", "--report", "a.dat"}, "is an input, too");
+        row({"check", "a.dat", "--report", "-"}, "standard output is for the results");
+        row({"check", "a.dat", "--report", "old.html"},
+            "old.html exists; use --force to replace it");
+        row({"check", "a.dat", "-f", "--report", "a.dat"}, "is an input; choose another name");
+        row({"check", "a.dat", "-f", "--report", "linked.html"},
+            "is an input; choose another name");
+        row({"check", "--files-from", "list", "-f", "--report", "list"},
+            "is an input; choose another name");
+        row({"compare", "a.dat", "b.dat", "-f", "--report", "a.dat"},
+            "is an input; choose another name");
         row({"check", "a.dat", "--report", "folder"}, "is a folder");
         row({"check", "a.dat", "--report", "new/"}, "is a folder");
         row({"check", "a.dat", "--report", "new/page.html"}, "there is no such folder");
-        row({"check", "a.dat", "-f"}, "--force belongs to --report");
-        row({"fit", "a.dat", "-o", "x", "--report", "x"}, "is another output");
-        row({"fit", "a.dat", "-o", "x", "--report", "./folder/../x"}, "is another output");
-        row({"fit", "a.dat", "-o", "x", "--report", "dangling"}, "is another output");
-        row({"fit", "a.dat", "-d", "x", "--report", "x/a.spl"}, "is another output");
-        row({"fit", "a.dat", "-d", "x", "--report", "x"}, "is another output");
-        row({"fit", "a.dat", "-d", "x", "--report", "x/a.spl/page.html"}, "is another output");
+        row({"check", "a.dat", "-f"}, "--force needs --report");
+        row({"fit", "a.dat", "-o", "x", "--report", "x"}, "is also another output");
+        row({"fit", "a.dat", "-o", "x", "--report", "./folder/../x"}, "is also another output");
+        row({"fit", "a.dat", "-o", "x", "--report", "dangling"}, "is also another output");
+        row({"fit", "a.dat", "-d", "x", "--report", "x/a.spl"}, "is also another output");
+        row({"fit", "a.dat", "-d", "x", "--report", "x"}, "is also another output");
+        row({"fit", "a.dat", "-d", "x", "--report", "x/a.spl/page.html"}, "is also another output");
         row({"fit", "a.dat", "-f", "-o", "old.spl", "--report", "old.html"},
             "is the same file as another output");
     }
@@ -233,7 +237,7 @@ private slots:
         QVERIFY(page.contains("<li>cannot be written: No space left on device</li>"));
         QVERIFY(facts_in(page).contains("1 not written"));
 
-        // All files are worked on, though nobody hears of it.
+        // All files are processed even if standard output has failed.
         put_file("b.dat", section(41));
         told = run_cli({"check", "a.dat", "b.dat", "-j", "1", "-f", "--report", "page.html"}, {},
                        [](cli::Streams& streams) { streams.out = [](auto) { return ENOSPC; }; });
@@ -241,7 +245,7 @@ private slots:
         QCOMPARE(states_in(file_bytes("page.html")), (QByteArrayList{"good\">ok", "good\">ok"}));
     }
 
-    // A fleet of sections, each of 200 points of its own.
+    // Many sections, each with 200 different points.
     void many() {
         const FreshFolder folder;
         for (int i = 0; i < 1600; ++i)

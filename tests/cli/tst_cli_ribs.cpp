@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Drawings of ribs by convert: files, lists, and what is refused.
+// Drawings of ribs by convert: files, lists, refusals.
 #include "cli/cliruns.h"
 #include "cli/rib_list.h"
 #include "support/testmain.h"
@@ -76,7 +76,7 @@ void tst_cli_ribs::each_format() {
     QCOMPARE(object.value(QStringLiteral("format")).toString(), QString::fromLatin1(format));
 }
 
-// Whatever the number of jobs and the folder.
+// The same bytes for any number of jobs and in any folder.
 void tst_cli_ribs::same_bytes() {
     for (const std::string format : {"dxf", "svg", "pdf"}) {
         QByteArray first;
@@ -138,11 +138,11 @@ void tst_cli_ribs::text_of_the_name() {
     const CliRun unknown = convert(
         {"in/rib 7.dat", "-o", "c.svg", "--chord", "500", "--text", "a:b", "--text-strokes"});
     QCOMPARE(unknown.code, 1);
-    QVERIFY2(unknown.err.contains("--text-strokes has no lines for ':'"), unknown.err.constData());
+    QVERIFY2(unknown.err.contains("--text-strokes cannot draw ':'"), unknown.err.constData());
     const CliRun lengthy =
         convert({"in/rib 7.dat", "-o", "c.dxf", "--chord", "500", "--text", std::string(300, 'x')});
     QCOMPARE(lengthy.code, 1);
-    QVERIFY2(lengthy.err.contains("a text of more than 255 bytes"), lengthy.err.constData());
+    QVERIFY2(lengthy.err.contains("a text has more than 255 bytes"), lengthy.err.constData());
 }
 
 void tst_cli_ribs::refused_data() {
@@ -153,44 +153,45 @@ void tst_cli_ribs::refused_data() {
     };
     row("no chord", {"a", "-o", "a.dxf"}, "a drawing needs --chord");
     row("chord of a table", {"a", "-o", "a.csv", "--chord", "500"},
-        "--chord is for drawings: --to dxf, svg or pdf");
+        "--chord is only for drawings; use --to dxf, svg or pdf");
     row("mirrored table", {"a", "-o", "a.csv", "--mirror"},
-        "--mirror is for drawings: --to dxf, svg or pdf");
+        "--mirror is only for drawings; use --to dxf, svg or pdf");
     row("decimals of a drawing", {"a", "-o", "a.svg", "--chord", "500", "--decimals", "3"},
-        "--reverse, --close-gap, --normalize, --decimals and --points are for tables, not svg");
+        "--reverse, --close-gap, --normalize, --decimals and --points are only for tables, not for "
+        "svg");
     row("open with allowance",
         {"a", "-o", "a.svg", "--chord", "500", "--intake", "open", "--seam", "5"},
-        "--intake open is for drawing only and takes no allowance");
+        "--intake open is for drawing only and cannot have an allowance");
     row("tiles of a dxf", {"a", "-o", "a.dxf", "--chord", "500", "--tile", "a4"},
-        "--tile belongs to pdf, not dxf");
+        "--tile is only for pdf, not for dxf");
     row("unit of a pdf", {"a", "-o", "a.pdf", "--chord", "500", "--unit", "cm"},
-        "--unit belongs to dxf and svg; a pdf is at full size in any unit");
+        "--unit is only for dxf and svg; a pdf is always at full size");
     row("layers of a pdf", {"a", "-o", "a.pdf", "--chord", "500", "--layer-names", "CUT=A"},
-        "--layer-names belongs to dxf and svg; a pdf has no layers");
-    row("gap", {"a", "-o", "a.dxf", "--chord", "500", "--gap", "5"}, "--gap belongs to --ribs");
+        "--layer-names is only for dxf and svg; a pdf has no layers");
+    row("gap", {"a", "-o", "a.dxf", "--chord", "500", "--gap", "5"}, "--gap needs --ribs");
     row("files beside a list", {"a", "--ribs", "l.csv", "-o", "a.dxf"},
-        "--ribs takes the files from its list alone");
+        "--ribs reads its files from the list; do not name others");
     row("side", {"a", "-o", "a.dxf", "--chord", "500", "--mark-at", "left:3"},
         "--mark-at: 'left:3' does not begin with upper: or lower:");
     row("no side", {"a", "-o", "a.dxf", "--chord", "500", "--mark-at", "lower"},
         "--mark-at: 'lower' does not begin with upper: or lower:");
     row("station", {"a", "-o", "a.dxf", "--chord", "500", "--mark-at", "lower:3,x"},
-        "--mark-at: 'x' is no number within 0 to 100");
+        "--mark-at: 'x' is not a number between 0 and 100");
     row("beyond", {"a", "-o", "a.dxf", "--chord", "500", "--mark-at", "upper:3;lower:101"},
-        "--mark-at: '101' is no number within 0 to 100");
+        "--mark-at: '101' is not a number between 0 and 100");
     row("layer", {"a", "-o", "a.dxf", "--chord", "500", "--layer-names", "KERF=A"},
-        "--layer-names: 'KERF=A' is not LAYER=NAME with one of CUT, STITCH, MOUTH, MARKS, GRAIN, "
-        "CHORD, TEXT, SCALE");
+        "--layer-names: 'KERF=A' is not LAYER=NAME, where LAYER is one of CUT, STITCH, MOUTH, "
+        "MARKS, GRAIN, CHORD, TEXT, SCALE");
     row("layer name", {"a", "-o", "a.dxf", "--chord", "500", "--layer-names", "CUT=A B"},
         "--layer-names: 'A B': the name of a layer has letters A to Z, digits, '$', '-' and '_'");
     row("one name", {"a", "-o", "a.dxf", "--chord", "500", "--layer-names", "CUT=stitch"},
-        "--layer-names: two layers have one name, or one is called 0");
+        "--layer-names: two layers have the same name, or one is named 0");
     row("layer 0", {"a", "-o", "a.dxf", "--chord", "500", "--layer-names", "CUT=0"},
-        "--layer-names: two layers have one name, or one is called 0");
+        "--layer-names: two layers have the same name, or one is named 0");
     row("allowance", {"a", "-o", "a.dxf", "--chord", "500", "--allowance", "-1"},
-        "--allowance: '-1' is not within 0 to 1000");
+        "--allowance: '-1' is not between 0 and 1000");
     row("marks", {"a", "-o", "a.dxf", "--chord", "500", "--marks", "0.5"},
-        "--marks: '0.5' is not within 1 to 100000");
+        "--marks: '0.5' is not between 1 and 100000");
 }
 
 void tst_cli_ribs::refused() {
@@ -250,7 +251,7 @@ void tst_cli_ribs::list() {
 
     put_file("wing/list.csv", "a.dat\n");
     QVERIFY(convert({"--ribs", "wing/list.csv", "-o", "bad.svg"})
-                .err.contains("wing/list.csv:1: a.dat: no chord, neither in the list nor"));
+                .err.contains("wing/list.csv:1: a.dat: no chord; give it in the list or"));
 }
 
 void tst_cli_ribs::list_rows_data() {
@@ -288,14 +289,15 @@ void tst_cli_ribs::list_faults_data() {
     };
     row("empty", "", 0, "no ribs in the list");
     row("header alone", "file,chord\n", 0, "no ribs in the list");
-    row("quote", "a\n\"b,3\n", 2, "a double quote that is not closed");
-    row("six fields", "a,1,,1,no,x", 1, "6 fields, expected file, chord, text, count, mirror");
-    row("no name", ",500", 1, "no name of a file");
+    row("quote", "a\n\"b,3\n", 2, "an unclosed double quote");
+    row("six fields", "a,1,,1,no,x", 1,
+        "6 fields, expected at most file, chord, text, count, mirror");
+    row("no name", ",500", 1, "no file name");
     row("chord", "a,1e9", 1, "'1e9', expected a chord in mm, 0.001 to 100000");
     row("nan", "a,nan", 1, "'nan', expected a chord in mm, 0.001 to 100000");
     row("decimal comma", "a,\"2,5\"", 1, "'2,5', expected a chord in mm, 0.001 to 100000");
     row("count", "a,5,,0", 1, "'0', expected a count of 1 to 1000");
-    row("mirror", "a,5,,1,1", 1, "'1', expected mirror as yes or no");
+    row("mirror", "a,5,,1,1", 1, "'1', expected yes or no for mirror");
     row("too many", "a,5,,1000\na,5,,1000\na,5,,1\n", 3, "more than 2000 ribs");
 }
 
@@ -307,8 +309,7 @@ void tst_cli_ribs::list_faults() {
     QTEST(list.findings.first().text, "text");
 }
 
-// Any bytes give rows within their limits, or an error.
-// A thousand ribs of almost 10,000 marks each.
+// A thousand ribs with almost 10,000 marks each.
 void tst_cli_ribs::list_too_large() {
     const FreshFolder folder;
     put_file("a.dat", plain_table());
@@ -323,11 +324,12 @@ void tst_cli_ribs::output_in_the_list() {
     put_file("f/a.dat", plain_table());
     put_file("f/ribs.csv", "a.dat,500\n");
     const CliRun run = convert({"--ribs", "f/ribs.csv", "-t", "dxf", "-f", "-o", "./f/a.dat"});
-    QCOMPARE(run.err, QByteArray("f/ribs.csv:1: a.dat: it is the output, too\n"));
+    QCOMPARE(run.err, QByteArray("f/ribs.csv:1: a.dat: the file is also the output\n"));
     QCOMPARE(run.code, 1);
     QCOMPARE(file_bytes("f/a.dat"), plain_table());
 }
 
+// Any bytes give rows within the limits, or an error.
 void tst_cli_ribs::list_of_noise() {
     QRandomGenerator random(11);
     const auto alphabet = QByteArrayLiteral("a,\"\n\r0123.e-#yesno \xff\0");

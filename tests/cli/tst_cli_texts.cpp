@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Names as they are shown, columns, broken lines.
+// Displayed names, columns, wrapped lines.
 #include "cli/shown.h"
 #include "support/testmain.h"
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Whole fits: how near, how few points, the same for every copy of a table, no swings.
+// Complete fits: distances, numbers of points, copies of a table, swings.
 #include "document/frames.h"
 #include "document/splinebytes.h"
 #include "fitting/fit.h"
@@ -35,8 +35,8 @@ QByteArray bytes_of(const Fit& fit) {
     return spline_bytes(record);
 }
 
-// Largest distance of the table from 200,000 places of the curve, worked out by nothing that the
-// fit has.
+// The largest distance of the table from 200,000 places of the curve, computed without any code of
+// the fit.
 double largest_by_sampling(const QPolygonF& table, const SplineFoil& spline) {
     const SplineFoil settled = *in_chord_units(spline);
     QPolygonF curve;
@@ -128,7 +128,7 @@ void tst_fit::printed_deviation_is_that_of_the_file() {
              qPrintable(QString::number(sampled - result.deviation.largest)));
     QCOMPARE(std::max(result.deviation.largest_upper, result.deviation.largest_lower),
              result.deviation.largest);
-    // In pixels of any other widget it is the same file.
+    // The deviation is the same in the pixels of any other widget.
     SplineFoil larger = result.spline;
     for (QPointF& point : larger.CP)
         point = 2.5 * point + QPointF(31.0, -400.0);
@@ -249,8 +249,8 @@ void tst_fit::noise_is_reported() {
 }
 
 void tst_fit::swings_are_reported() {
-    const char words[] = "between the points the curve runs";
-    // A coarse nose, where thirty control points are free between the points.
+    const char words[] = "between the points of the table the spline is";
+    // At a coarse nose, thirty control points can move freely between the points.
     const Fit free = fit(coarse_flat_bottom(), with_points(30));
     QVERIFY2(says(free, words), qPrintable(QString::number(free.deviation.largest_between)));
     QVERIFY(!says(fit(four_digit(0.21, 0.03, 121), with_points(30)), words));

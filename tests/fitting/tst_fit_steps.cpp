@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The steps of a fit, each by itself: the curve, the outline, a step of the search.
+// The parts of a fit: the curve, the outline, a step of the search.
 #include "fitting/pieces.h"
 #include "fitting/problem.h"
 #include "fitting/search_p.h"
@@ -26,7 +26,7 @@ SplineFoil as_spline(const Points& control) {
     return spline;
 }
 
-// The plainest way: many places of every piece.
+// The simplest way: many places on every piece.
 double nearest_of_many(const Points& control, const Point& target) {
     constexpr int places = 20000;
     double least = std::numeric_limits<double>::infinity();
@@ -98,7 +98,7 @@ void tst_fit_steps::feet() {
         const Point target(1.2 * std::cos(0.4 * i), 0.15 * std::sin(1.7 * i));
         const double nearest = nearest_of_many(arch, target);
         QVERIFY(std::abs(distance_to(arch, target) - nearest) < 1e-8);
-        // From a foot near by, downhill.
+        // Starts from a foot near the minimum.
         Foot foot;
         for (int piece = 0; piece < 6; ++piece) {
             Foot other = {piece, 0.5};
@@ -128,9 +128,9 @@ void tst_fit_steps::refusals_data() {
     const double nan = std::numeric_limits<double>::quiet_NaN();
     QTest::newRow("none") << QPolygonF() << QStringLiteral("no points");
     QTest::newRow("nan") << QPolygonF{{1, 0}, {0, nan}, {1, 0}}
-                         << QStringLiteral("a point is not finite or beyond 1e6");
+                         << QStringLiteral("a coordinate is not finite or exceeds 1e6");
     QTest::newRow("huge") << QPolygonF{{1, 0}, {0, 1e7}, {1, 0}}
-                          << QStringLiteral("a point is not finite or beyond 1e6");
+                          << QStringLiteral("a coordinate is not finite or exceeds 1e6");
     QTest::newRow("upright") << QPolygonF{{1, 0}, {1, 1}, {1, 2}}
                              << QStringLiteral("the outline has no width");
     QTest::newRow("few") << QPolygonF{{1, 0}, {0, 0}, {0, 0}, {1, 0}}
@@ -170,7 +170,7 @@ void tst_fit_steps::noise_is_told() {
 void tst_fit_steps::reversals() {
     QCOMPARE(outline_of(four_digit(0.12, 0.0, 101)).reversals, 0);
     QCOMPARE(count_reversals({1, 0, 1, -1, 0, -1, 1}), 2);
-    // A hollow in the lower side.
+    // A concave lower side.
     QPolygonF hollow = four_digit(0.12, 0.0, 101);
     for (QPointF& point : hollow) {
         const double x = point.x() - 0.5;
@@ -191,7 +191,7 @@ void tst_fit_steps::a_mirrored_spline_has_half_the_variables() {
     QCOMPARE(freedom.variable[2 * 5 + 1], -1);
 }
 
-// The quadratic convergence of Gauss-Newton where the residuals are 0 needs right slopes.
+// Gauss-Newton converges quadratically to residuals of 0 only if the slopes are right.
 void tst_fit_steps::steps_find_the_spline_again() {
     const SplineAndTable truth = random_spline(11);
     const Outline outline = outline_of(truth.table);
@@ -242,8 +242,8 @@ void tst_fit_steps::shares() {
     QVERIFY(!problem.folds(state.control));
 }
 
-// Twelve points of every piece of the arch, its joints left out; 1e-12 is more than rounding. The
-// lines at the ends take two points of their neighbours with them.
+// Twelve points of every piece of the arch, without its joints. 1e-12 is more than the rounding.
+// The lines at the ends include two points of their neighbours.
 void tst_fit_steps::runs_end_where_pieces_do() {
     constexpr int places = 12;
     Points points;
@@ -260,7 +260,7 @@ void tst_fit_steps::runs_end_where_pieces_do() {
         QCOMPARE(run.first, piece * places);
         QCOMPARE(run.last, piece * places + places - 1);
         const auto at = [&](int i) { return points[std::size_t(i)].dot(run.even); };
-        // Even steps of the parameter are even steps along the direction.
+        // The parameter is linear along the direction.
         const double step = (at(run.last) - at(run.first)) / (places - 1);
         for (int i = run.first; i < run.last; ++i) {
             const double found = at(i + 1) - at(i);
@@ -269,7 +269,7 @@ void tst_fit_steps::runs_end_where_pieces_do() {
     }
 }
 
-// Linear least squares at them is nearly the spline, without a step.
+// Linear least squares at these parameters nearly reproduces the spline without any step.
 void tst_fit_steps::parameters_are_read_off() {
     for (const unsigned seed : {2U, 7U, 11U}) {
         const SplineAndTable truth = random_spline(seed);
