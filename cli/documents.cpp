@@ -18,13 +18,13 @@ std::string replaced(std::string text, const std::string& what, const std::strin
     return text;
 }
 
-// Text of the manual page: no line may begin with a control character.
+// Escapes text for the manual page, where no line may begin with a control character.
 std::string roff(const std::string& text) {
     const std::string plain = replaced(replaced(text, "\\", "\\e"), "-", "\\-");
     return plain.empty() || (plain[0] != '.' && plain[0] != '\'') ? plain : "\\&" + plain;
 }
 
-// A word of a shell between single quotes.
+// Quotes a word for a shell.
 std::string quoted(const std::string& text) {
     return "'" + replaced(text, "'", "'\\''") + "'";
 }
@@ -50,7 +50,7 @@ std::string option_entry(const Option& option) {
     return text + "\n" + roff(option_help(option)) + ".\n";
 }
 
-// The words that begin a command line.
+// The words that can follow the program name.
 std::vector<std::string> first_words() {
     std::vector<std::string> words;
     for (const Verb* verb : verbs())
@@ -82,14 +82,14 @@ std::string manual_page() {
                 "\" \" [\" option \"]...\"\n.br\n";
     page += ".B aerolith\\-cli \\-\\-help\n.br\n.B aerolith\\-cli \\-\\-version\n"
             ".SH DESCRIPTION\n"
-            "Works on coordinate tables of wing sections and on splines of\n.BR aerolith (1),\n"
-            "one file or a hundred thousand, without a display.\n"
-            "A file is read rightly or refused with its line and the reason.\n"
+            "Works on coordinate tables of wing sections and on the splines of\n.BR aerolith (1).\n"
+            "It takes one file or a hundred thousand and needs no display.\n"
+            "A file is either read correctly or refused, with the line and the reason.\n"
             ".PP\n"
             "A folder stands for all files below it, in the order of their names; \\- is standard\n"
             "input.\n"
             "Results go to standard output, everything else to standard error.\n"
-            "In names, control characters and what is no UTF\\-8 are shown as \\exHH.\n";
+            "Control characters and invalid UTF\\-8 in names are shown as \\exHH.\n";
     for (const Verb* verb : verbs()) {
         page += ".SH \"" + roff(verb->name) + " " + verb->inputs + "\"\n" +
                 roff(verb->description) + "\n";
@@ -108,10 +108,11 @@ std::string manual_page() {
     page +=
         ".SH \"EXIT STATUS\"\n"
         ".TP\n.B 0\nAll well.\n"
-        ".TP\n.B 1\nA file is doubtful, bad or unreadable, or an output failed.\n"
+        ".TP\n.B 1\nA file is doubtful, bad or unreadable, an output could not be written, or a\n"
+        "tolerance was missed. With check \\-\\-strict also: a file needs converting.\n"
         ".TP\n.B 2\nWrong usage; nothing was written.\n"
         ".SH \"SEE ALSO\"\n.BR aerolith (1)\n"
-        ".PP\nThe user guide and the file formats stand in share/doc/aerolith below the prefix\n"
+        ".PP\nThe user guide and the file formats are in share/doc/aerolith below the prefix\n"
         "of the installation, which is /usr for the package.\n";
     return page;
 }

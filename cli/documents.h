@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What is installed beside the program, made from the tables of verbs and options.
+// The documents that are generated from the tables of verbs and options.
 #pragma once
 
 #include <string>
@@ -16,9 +16,9 @@ std::string zsh_completion();
 std::string fish_completion();
 /// @}
 
-/// The words of command lines: a line "verb NAME" for each verb and, behind it, a line
-/// "--option WORD..." for each of its options, with "{a|b}" for a choice, "{LOW..HIGH}" for a
-/// number, "{LOW..HIGH,...}" for a list of them, and {file} or {folder} for a name.
+/// The grammar of command lines. Each verb has a line "verb NAME", followed by a line
+/// "--option WORD..." for each of its options. A word is "{a|b}" for a choice, "{LOW..HIGH}" for a
+/// number, "{LOW..HIGH,...}" for a list of numbers, and "{file}" or "{folder}" for a name.
 std::string grammar();
 
 } // namespace cli

@@ -14,7 +14,7 @@ namespace {
 constexpr int widest = 100;
 constexpr int narrow = 60;
 
-// Two columns, or on a narrow terminal the second one below the first.
+// Two columns; on a narrow terminal the second is below the first.
 std::string entry(const std::string& left, const std::string& right, int left_width, int width) {
     if (width < narrow)
         return "  " + left + "\n" + wrapped(right, width, 6);
@@ -44,23 +44,23 @@ std::string option_help(const Option& option) {
             list += (list.empty() ? "" : ", ") + choice;
         text += ": " + list;
     }
-    if (*option.unit != 0)
-        text += std::string(", in ") + option.unit;
-    if (*option.standard != 0)
-        text += std::string(" (default ") + option.standard + ")";
-    return text;
+    const std::string unit = option.unit;
+    const std::string standard =
+        *option.standard == 0 ? std::string() : std::string("default ") + option.standard;
+    const std::string both = unit + (unit.empty() || standard.empty() ? "" : ", ") + standard;
+    return both.empty() ? text : text + " (" + both + ")";
 }
 
 std::string program_help(int width) {
     const int room = std::min(width, widest);
-    std::string text = wrapped("Reads, checks and converts tables of wing sections, one file or "
-                               "a hundred thousand, without a display.",
+    std::string text = wrapped("Checks, converts, compares, measures, fits and draws wing "
+                               "sections, one file or a hundred thousand, without a display.",
                                room, 0);
     text += "\n" + wrapped("Usage: aerolith-cli VERB FILE... [OPTION]...", room, 0) + "\n";
     for (const Verb* verb : verbs())
         text += entry(verb->name, verb->summary, 8, room);
-    text += "\n" + wrapped("aerolith-cli VERB --help tells the options of a verb, --version the "
-                           "version.",
+    text += "\n" + wrapped("'aerolith-cli VERB --help' lists the options of a verb, "
+                           "'aerolith-cli --version' prints the version.",
                            room, 0);
     return text;
 }

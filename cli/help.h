@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Texts made from the tables of verbs and options.
+// Help texts from the tables of verbs and options.
 #pragma once
 
 #include <string>
@@ -9,16 +9,16 @@ namespace cli {
 struct Option;
 struct Verb;
 
-/// The verbs, in a screenful.
+/// The help of the program: its verbs.
 std::string program_help(int width);
 
-/// One verb: usage, options, an example.
+/// The help of a verb: usage, options, an example.
 std::string verb_help(const Verb& verb, int width);
 
-/// "-j, --jobs N" of an option.
+/// The forms of an option, for example "-j, --jobs N".
 std::string option_form(const Option& option);
 
-/// What the help says of an option, with its unit, its choices and its default.
+/// The help text of an option with its choices, its unit and its default.
 std::string option_help(const Option& option);
 
 } // namespace cli
