@@ -12,10 +12,10 @@ void make_application() {
     static int count = 1;
     static char name[] = "aerolith-cli";
     static char* names[] = {name, nullptr};
-    // What it says of folders that a desktop would have is of no use here.
+    // Hides warnings about folders that only a desktop has.
     const QtMessageHandler before =
         qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
-    // Never deleted: at the end of the process its fonts are gone before it.
+    // Never deleted: at the end of the process its fonts are destroyed first.
     static const auto* const application = new QGuiApplication(count, names);
     Q_UNUSED(application)
     qInstallMessageHandler(before);

@@ -1,10 +1,10 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The application object, which only fonts need.
+// The application object. Only fonts need it.
 #pragma once
 
 namespace cli {
 
-/// Makes an application object without a display where there is none yet.
+/// Creates an application object without a display, unless there is one.
 void make_application();
 
 } // namespace cli

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What a run prints: results, messages and, on a terminal, how far it is.
+// The output of a run: results, messages and, on a terminal, a progress bar.
 #pragma once
 
 #include "cli/streams.h"
@@ -10,8 +10,8 @@
 
 namespace cli {
 
-/// Writes to the standard streams and keeps the progress bar out of their way. The bar stands on
-/// standard error when that is a terminal, standard output is none, and a second has passed.
+/// Writes to the standard streams, and erases the progress bar before each text. The bar is shown
+/// on standard error if that is a terminal and standard output is not, after one second.
 class Console {
 public:
     explicit Console(const Streams& given);
@@ -19,13 +19,13 @@ public:
     Console(const Console&) = delete;
     Console& operator=(const Console&) = delete;
 
-    /// Writes to standard output. The first failure is reported on standard error; after it
-    /// nothing is written any more.
+    /// Writes to standard output. Reports the first failure on standard error and writes nothing
+    /// after it.
     void out(std::string_view text);
 
     void err(std::string_view text);
 
-    /// Says that @p done of @p all files are worked on.
+    /// Shows that @p done of @p all files are finished.
     void progress(std::size_t done, std::size_t all);
 
     bool failed() const { return out_error != 0; }

@@ -11,17 +11,18 @@
 
 namespace cli {
 
-/// A line "name:line: text" for each finding, without the line where it is the whole file.
-/// Doubts begin with "doubtful: ", errors and notes with nothing.
+/// One line "name:line: text" for each finding. The line number is omitted if the finding concerns
+/// the whole file. Doubts begin with "doubtful: ".
 std::string finding_lines(const std::string& name, const QList<tables::Finding>& findings);
 
-/// An array of {"gravity", "line", "text"}, without "line" where it is the whole file.
+/// An array of {"gravity", "line", "text"}; "line" is omitted if the finding concerns the whole
+/// file.
 QJsonArray finding_array(const QList<tables::Finding>& findings);
 
 /// Whether one of the findings is a doubt.
 bool has_doubt(const QList<tables::Finding>& findings);
 
-/// Whether one of them is an error.
+/// Whether one of the findings is an error.
 bool has_error(const QList<tables::Finding>& findings);
 
 } // namespace cli

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A file as a section to measure, whether it is a table or a spline.
+// The section in a file, for both tables and splines.
 #pragma once
 
 #include "sections/section.h"
@@ -13,11 +13,11 @@
 
 namespace cli {
 
-/// What a file gives. Without a section one of the findings is an error that says why.
+/// The section in a file. If there is none, an error among the findings says why.
 struct GivenSection {
     std::optional<sections::Section> section;
     QString layout; ///< A name of tables::layout_names(), "spl" for a spline; empty for neither.
-    int points = 0; ///< Of the outline, or control points.
+    int points = 0; ///< Points of the outline, or control points.
     QList<tables::Finding> findings;
 };
 

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The files that a verb works on: found by their raw names, each opened once.
+// The files that a verb works on. Each is opened once.
 #pragma once
 
 #include "cli/options.h"
@@ -11,42 +11,41 @@
 
 namespace cli {
 
-/// The largest input that is read, bytes.
+/// The size of the largest input, bytes.
 constexpr qint64 largest_input = qint64(64) << 20;
 
-/// One input. Names are bytes, as the system has them.
+/// One input. Names are raw bytes.
 struct Input {
-    std::string path;  ///< As it is opened and reported; "-" for standard input.
-    std::string below; ///< The path below the folder that was given, else the name alone.
-    /// Why there is nothing to open, for instance a folder that cannot be read; empty for none.
+    std::string path;  ///< The path to open; "-" for standard input.
+    std::string below; ///< The path inside the given folder, else the name without folders.
+    /// Why the input cannot be opened, for example an unreadable folder; empty if it can.
     std::string error;
 
     bool is_standard_input() const { return path == "-"; }
 };
 
-/// The bytes of one input, or why they were not read.
+/// The bytes of an input, or why they were not read.
 struct Content {
     QByteArray bytes;
-    std::string error; ///< Empty when the bytes are whole.
+    std::string error; ///< Empty if the bytes are complete.
 };
 
-/// The inputs in the order of the arguments, then those of the list.
+/// The inputs in the order of the arguments, followed by those of the list.
 struct Inputs {
     std::vector<Input> all;
-    std::string refusal; ///< Wrong usage, for instance standard input twice; empty for none.
+    std::string refusal; ///< Wrong usage, for example standard input twice; empty for none.
 };
 
-/// The name of an input without its folders and its ending, bytes; empty for standard input.
+/// The name of an input without folders and extension, bytes; empty for standard input.
 std::string base_name(const std::string& path);
 
-/// The files that Options::files and Options::files_from stand for. A folder stands for all that
-/// lies below it but folders, in the order of the bytes of the paths; symbolic links to folders
-/// are followed only where they were given. A name that does not exist is an input, too.
+/// The inputs that Options::files and Options::files_from name. A folder stands for everything in
+/// it and its subfolders, sorted by the bytes of the paths. Symbolic links to folders are followed
+/// only if they were given themselves. A name that does not exist is an input as well.
 /// @param in descriptor of standard input
 Inputs expand_inputs(const Options& options, int in);
 
-/// Reads an input. Refused are files that are no regular files, and more than 64 MiB; standard
-/// input may be anything.
+/// Reads an input. Refuses more than 64 MiB, and everything but regular files and standard input.
 Content read_input(const Input& input, int in);
 
 } // namespace cli

@@ -11,7 +11,7 @@ namespace cli {
 
 namespace {
 
-// Free of locks: the handler uses them.
+// The signal handler uses them, so they must be free of locks.
 std::atomic<int> files_being_written = 0;
 std::atomic<int> interrupt = 0;
 static_assert(std::atomic<int>::is_always_lock_free);

@@ -1,16 +1,16 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Interrupts leave no half of a file: the saver writes a new file beside the old one, and would
-// leave it there when the program ends meanwhile.
+// Interrupts wait until files are written. Each file is first written to a temporary file beside
+// the old one, and an interrupt would leave that file behind.
 #pragma once
 
 namespace cli {
 
-/// From now on SIGINT, SIGTERM and SIGHUP, where they end the program, do so as soon as no file is
-/// being written; a second one does at once. The program still ends by the signal.
+/// Makes SIGINT, SIGTERM and SIGHUP end the program as soon as no file is being written. A second
+/// signal ends it at once. The program still ends by the signal. Ignored signals stay ignored.
 void end_between_files();
 
-/// While it lives a file is being written. After an interrupt none is made: the thread waits for
-/// the end.
+/// A file is being written during the lifetime of this object. After an interrupt the constructor
+/// does not return: the program is about to end.
 class FileBeingWritten {
 public:
     FileBeingWritten();

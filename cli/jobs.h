@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Many independent works on several threads, their results in order.
+// Independent jobs on several threads, with their results in order.
 #pragma once
 
 #include <algorithm>
@@ -14,12 +14,11 @@
 
 namespace cli {
 
-/// Calls @p work for 0, 1, ... @p count - 1 on @p threads threads, and @p take on this thread
-/// for each result in that order. No more than four results a thread wait or are worked on, so
-/// that memory does not grow with the number of works. Where the system refuses threads, there
-/// are fewer, or this one alone.
-/// @param work runs on several threads at a time; throws nothing
-/// @param take answers whether to go on
+/// Calls @p work for 0, 1, ... @p count - 1 on @p threads threads. Calls @p take on this thread for
+/// each result, in that order. At most four results per thread are pending, so that memory does not
+/// grow with the number of jobs. If the system refuses threads, fewer are used, or only this one.
+/// @param work called on several threads at the same time; does not throw
+/// @param take returns whether to continue
 template<typename Result>
 void run_in_order(std::size_t count, int threads, const std::function<Result(std::size_t)>& work,
                   const std::function<bool(std::size_t, Result&)>& take) {

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Lengths, areas and angles as texts and in JSON: fractions of the chord, or millimetres.
+// Lengths and areas as text and as numbers, in fractions of the chord or in millimetres.
 #pragma once
 
 #include <QByteArray>
@@ -10,13 +10,13 @@
 
 namespace cli {
 
-/// @p number with @p decimals, without a minus before a rounded 0.
+/// @p number with @p decimals; a rounded 0 has no minus sign.
 std::string fixed(double number, int decimals);
 
-/// @p fraction as percent with @p decimals, "12.02 %".
+/// @p fraction in percent with @p decimals, for example "12.02 %".
 std::string percent(double fraction, int decimals = 2);
 
-/// The unit of lengths of a run.
+/// The unit of all lengths in a run.
 class Lengths {
 public:
     /// @param chord of the window's frame, mm; 0 for fractions of the chord
@@ -31,7 +31,7 @@ public:
     /// A length without its unit: 2 decimals of mm, 6 of the chord.
     std::string text(double fraction) const { return fixed(length(fraction), in_mm ? 2 : 6); }
 
-    /// The same with a sign before a positive one.
+    /// The same with a plus sign before positive lengths.
     std::string signed_text(double fraction) const;
 
     /// An area without its unit, 6 decimals.

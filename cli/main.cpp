@@ -14,7 +14,7 @@
 
 namespace {
 
-// A file opened later must not get the number of a standard stream that is closed.
+// Otherwise a file opened later could get the number of a closed standard stream.
 void fill_closed_streams() {
     for (const int fd : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (::fcntl(fd, F_GETFD) < 0)
@@ -45,7 +45,8 @@ int terminal_width() {
 
 int main(int argc, char* argv[]) {
     fill_closed_streams();
-    // A closed pipe ends the program whatever its parent has set; too large a file is an error.
+    // A closed pipe must end the program even if its parent ignored SIGPIPE. Exceeding the limit on
+    // the file size must be an error, and must not end it.
     std::signal(SIGPIPE, SIG_DFL);
     std::signal(SIGXFSZ, SIG_IGN);
     cli::end_between_files();

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Prints what is installed beside the program: make_documents manual|bash|zsh|fish|grammar
+// Prints a generated document: make_documents manual|bash|zsh|fish|grammar
 #include "cli/documents.h"
 
 #include <cstdio>

@@ -11,8 +11,8 @@
 
 namespace cli {
 
-/// The number that @p text is as a whole, with a decimal point in every locale and perhaps a
-/// sign before it. None for anything else, what is out of range, `nan` and `inf`.
+/// The number in @p text. It has a decimal point in every locale, and can have a sign. Nothing for
+/// any other text, for numbers out of range, and for `nan` and `inf`.
 template<typename Number>
 std::optional<Number> number_of(std::string_view text) {
     if (text.size() > 1 && text[0] == '+' && text[1] != '-')

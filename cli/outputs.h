@@ -15,7 +15,7 @@ namespace cli {
 /// The name of the output of each input, bytes; "-" for standard output.
 struct Outputs {
     std::vector<std::string> names;
-    std::string refusal; ///< Wrong usage; empty when everything may be written.
+    std::string refusal; ///< Wrong usage; empty if everything may be written.
 };
 
 /// The places of files, with all links resolved.

@@ -12,17 +12,17 @@ namespace cli {
 
 struct Verb;
 
-/// What the arguments behind a verb say.
+/// The arguments behind a verb.
 struct Parsed {
     Options options;
-    std::string refusal; ///< Why they are refused, empty when they are not.
+    std::string refusal; ///< Why the arguments are refused; empty if they are not.
 };
 
-/// Reads the arguments behind the name of @p verb. Options stand anywhere; what follows "--" is
-/// a file name. An option may be given once.
+/// Reads the arguments behind the name of @p verb. Options can stand anywhere before "--"; every
+/// word behind it is a file name. Each option can be given only once.
 Parsed parse(const Verb& verb, const std::vector<std::string>& arguments);
 
-/// The word nearest to a mistyped one, as ", did you mean '...'?"; empty when none is near.
+/// The known word nearest to a mistyped one, as "; did you mean '...'?". Empty if none is near.
 std::string suggestion(std::string_view typed, const std::vector<std::string>& known);
 
 } // namespace cli

@@ -12,13 +12,13 @@
 
 namespace cli {
 
-/// Gathers the outcomes of a run. What it keeps grows with the page alone.
+/// Collects the outcomes of a run. Its memory grows only with the page.
 class Report {
 public:
     explicit Report(ReportStyle given) : style(std::move(given)), page(style.settings) {}
 
-    /// Adds an input after those before.
-    /// @param name as it may be shown
+    /// Appends a row for an input.
+    /// @param name escaped for display
     void add(const std::string& name, const Outcome& outcome);
 
     /// The whole page.
@@ -34,17 +34,18 @@ private:
 
     const ReportStyle style;
     drawings::HtmlPage page;
-    std::map<QString, int> counts; // By the state.
+    std::map<QString, int> counts; // By state.
     std::vector<double> numbers;   // Of the main column.
     Main worst;
     int files = 0;
     int doubtful = 0;
 };
 
-/// Why the report cannot be written to Options::report, empty when it can: it is standard output,
-/// a folder, in no folder, an input or another output, or exists without Options::force.
+/// Why the report cannot be written to Options::report; empty if it can. Refuses standard output,
+/// folders, files in missing folders, inputs, other outputs, and existing files without
+/// Options::force.
 /// @param read    all files that the run reads
-/// @param outputs names of its other outputs
+/// @param outputs names of the other outputs
 std::string report_refusal(const Options& options, const std::vector<std::string>& read,
                            const std::vector<std::string>& outputs);
 

@@ -33,7 +33,7 @@ Picture outline_picture(const QPolygonF& outline) {
         return picture;
     QPolygonF line;
     line.reserve(outline.size());
-    // Of one that stands upright the middle, too, is where that of others is.
+    // Centred, so that upright outlines have their middle where the others have it.
     const double left = box.center().x() - 0.5 * extent;
     for (const QPointF& point : outline)
         line << QPointF((point.x() - left) / extent, (point.y() - box.center().y()) / extent);

@@ -9,15 +9,15 @@
 
 namespace cli {
 
-/// One input in the report. Its name and what was found come from the caller.
+/// One input in the report. The caller adds its name and its findings.
 struct ReportRow {
     drawings::Tag state;
     std::vector<drawings::Cell> cells;
     std::vector<drawings::Picture> pictures;
-    QString reason; ///< First of the remarks; empty for none.
+    QString reason; ///< The first remark; empty for none.
 };
 
-/// A result that a verb gives.
+/// A result that an input can have.
 struct ReportState {
     drawings::Tag tag;
     QString label; ///< In the summary.
@@ -27,9 +27,9 @@ struct ReportState {
 struct ReportStyle {
     drawings::HtmlSettings settings;
     std::vector<ReportState> states; ///< In the order of the summary.
-    drawings::Tag failure;           ///< Of an input without a row; one of the states.
-    int main_column = -1; ///< The one whose worst number and median the summary gives; -1 for none.
-    std::function<QString(double)> main_text; ///< The text of its numbers.
+    drawings::Tag failure;           ///< For inputs without a row; one of the states.
+    int main_column = -1; ///< The summary gives its worst value and its median; -1 for none.
+    std::function<QString(double)> main_text; ///< Formats the numbers of the main column.
 };
 
 } // namespace cli

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The reports of the single verbs.
+// The reports of the verbs.
 #pragma once
 
 #include "cli/lengths.h"
@@ -15,17 +15,17 @@ namespace cli {
 
 ReportStyle check_style();
 
-/// @param bytes of the file; empty for one that was not read
+/// @param bytes of the file; empty if it was not read
 ReportRow check_row(const SectionFile& file, const QByteArray& bytes);
 
 /// @param tolerance over the first 20 % of the chord, fractions of the chord
 ReportStyle fit_style(double tolerance);
 
-/// @param fit   one with a spline
-/// @param table that it was laid over
+/// @param fit   a fit with a spline
+/// @param table the table that was fitted
 ReportRow fit_row(const fitting::Fit& fit, const QPolygonF& table, double tolerance);
 
-/// @param tolerance of Options, in the unit of @p lengths; 0 for none
+/// @param tolerance Options::tolerance, in the unit of @p lengths; 0 for none
 ReportStyle compare_style(const Lengths& lengths, double tolerance);
 
 /// @param comparison of @p other with @p reference, aligned or not

@@ -19,7 +19,7 @@
 
 namespace cli {
 
-/// What one input became. Without a file one of the findings is an error that says why.
+/// The drawing of one input. If there is no file, an error among the findings says why.
 struct RibDrawing {
     std::optional<QByteArray> file;
     QString layout; ///< Of the input; "ribs" for a list.
@@ -28,21 +28,20 @@ struct RibDrawing {
     QList<tables::Finding> findings;
 };
 
-/// Draws ribs as the options of a run say.
+/// Draws ribs with the options of a run.
 class RibDrawer {
 public:
-    /// @param format "dxf", "svg" or "pdf"; for pdf an application object is made where there
-    ///               is none
+    /// @param format "dxf", "svg" or "pdf"; pdf creates the application object if there is none
     RibDrawer(const Options& options, const std::string& format);
 
-    /// Why the options cannot be taken together; empty when they can.
+    /// Why the options cannot be combined; empty if they can.
     const std::string& refusal() const { return settings.refusal; }
 
     /// The rib of one section file, or the ribs of a list.
     RibDrawing drawing(const Input& input, const QByteArray& bytes) const;
 
 private:
-    // The ribs of a list so far.
+    // The ribs of a list that are drawn so far.
     struct Pieces {
         std::vector<drawings::Scene> scenes;
         std::size_t lines = 0;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Lists of ribs: which sections go on one sheet.
+// Lists of the ribs on one sheet.
 #pragma once
 
 #include "tables/table.h"
@@ -18,28 +18,28 @@ namespace cli {
 /// One row of a list.
 struct RibRow {
     int line = 0;                ///< Of the list, counted from 1.
-    std::string file;            ///< Name of the section file, bytes, as it stands there.
+    std::string file;            ///< Name of the section file as the list gives it, bytes.
     std::optional<double> chord; ///< mm; none: that of the command line.
     std::optional<QString> text; ///< None: that of the command line.
     int count = 1;               ///< 1..1000.
-    std::optional<bool> mirror;  ///< None: as the command line says.
+    std::optional<bool> mirror;  ///< None: that of the command line.
 };
 
 struct RibList {
     std::vector<RibRow> rows;
-    QList<tables::Finding> findings; ///< Without an error the list is whole.
+    QList<tables::Finding> findings; ///< The list is complete if none is an error.
 };
 
-/// The most ribs of a list, all counts together.
+/// The most ribs that the counts of a list may add up to.
 inline constexpr int most_ribs = 2000;
 
-/// The most lines, curves and marks of a sheet; some hundred megabytes.
+/// The most lines, curves and marks on a sheet. They take some hundred megabytes.
 inline constexpr std::size_t most_lines = 4000000;
 
-/// Reads rows of "file,chord,text,count,mirror" parted by commas; a field may stand between
-/// double quotes, which are doubled in it. Fields at the end may be missing or empty. Blank
-/// lines, lines that begin with # and a first row that begins with "file" are passed over.
-/// Numbers have a decimal point; mirror is yes or no.
+/// Reads rows of "file,chord,text,count,mirror". A field can be enclosed in double quotes; a double
+/// quote inside it is doubled. Trailing fields can be missing or empty. Blank lines, lines that
+/// begin with # and a header row that begins with "file" are skipped. Numbers have a decimal point;
+/// mirror is yes or no.
 RibList read_rib_list(const QByteArray& bytes);
 
 } // namespace cli

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the options of convert say about drawings of ribs.
+// The options of convert for drawings of ribs.
 #pragma once
 
 #include "cli/options.h"
@@ -12,25 +12,25 @@
 
 namespace cli {
 
-/// Everything a drawing is made from but its section.
+/// Everything that a drawing needs except its section.
 struct RibSettings {
-    drawings::RibOptions rib; ///< Without its text.
+    drawings::RibOptions rib; ///< All but the text.
     drawings::OutputSettings output;
     drawings::Tiling tiling = drawings::Tiling::none;
-    QString text; ///< With {name}, {chord} and {n}.
+    QString text; ///< Can hold {name}, {chord} and {n}.
     bool text_strokes = false;
-    double gap = 0.0;    ///< mm between ribs of a sheet.
-    std::string refusal; ///< Why the options cannot be taken together; empty when they can.
+    double gap = 0.0;    ///< Between the ribs of a sheet, mm.
+    std::string refusal; ///< Why the options cannot be combined; empty if they can.
 };
 
 /// The settings of a run.
 /// @param format "dxf", "svg" or "pdf"
 RibSettings rib_settings(const Options& options, const std::string& format);
 
-/// The first option given that is for drawings alone, with its hyphens; empty for none.
+/// The first given option that is only for drawings, with its hyphens; empty for none.
 std::string drawing_option(const Options& options);
 
-/// @name What the options take
+/// @name Values of the options
 /// @{
 std::vector<std::string> intakes();
 std::vector<std::string> mark_shapes();

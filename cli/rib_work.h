@@ -6,7 +6,7 @@
 
 namespace cli {
 
-/// The work of convert for a format of drawing_formats().
+/// The work of convert for one of drawing_formats().
 std::unique_ptr<Work> rib_work(const Options& options, const std::string& format);
 
 } // namespace cli

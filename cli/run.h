@@ -11,12 +11,15 @@ namespace cli {
 
 /// How a run ends.
 enum class ExitCode {
-    success = 0, ///< All well.
-    failure = 1, ///< A file is doubtful, bad or unreadable, or an output failed.
-    usage = 2    ///< Wrong usage; nothing was written.
+    success = 0,
+    /// A file is doubtful, bad or unreadable, an output failed, or a tolerance was missed.
+    failure = 1,
+    /// Wrong usage; nothing was written.
+    usage = 2
 };
 
-/// Does what the arguments, without the name of the program, say.
+/// Runs the program.
+/// @param arguments without the name of the program
 ExitCode run(const std::vector<std::string>& arguments, const Streams& streams);
 
 } // namespace cli

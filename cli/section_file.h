@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// A file of a section, whether a table or a spline: what it holds and what the window makes of it.
+// What a table or spline file holds and how the window shows it.
 #pragma once
 
 #include "sections/verdict.h"
@@ -13,15 +13,15 @@
 
 namespace cli {
 
-/// What check says of a file.
+/// The result of check for a file.
 struct SectionFile {
-    sections::Judgement judgement; ///< The verdict with its reason, and all that was found.
+    sections::Judgement judgement; ///< The verdict with its reason, and the findings.
     QString layout; ///< A name of tables::layout_names(), "spl" for a spline; empty for neither.
     QString kind;   ///< "section", "single-skin" or "flat"; empty for a bad file.
-    int points = 0; ///< Of the outline, or control points.
+    int points = 0; ///< Points of the outline, or control points.
     std::optional<tables::Openings> openings;
-    QPolygonF outline;      ///< Of a table that was read.
-    QStringList candidates; ///< Of an ambiguous table.
+    QPolygonF outline;      ///< Of a readable table.
+    QStringList candidates; ///< The layouts of an ambiguous table.
 };
 
 /// Reads and judges the bytes of a file.

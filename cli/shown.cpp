@@ -9,7 +9,7 @@ namespace cli {
 
 namespace {
 
-// The character that starts at @p bytes and its length; length 0 where there is no UTF-8.
+// The character at the start of some bytes. Its length is 0 if they are not UTF-8.
 struct Character {
     char32_t code = 0;
     std::size_t length = 0;

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Texts as a terminal may show them.
+// Texts that are safe for a terminal.
 #pragma once
 
 #include <QString>
@@ -9,23 +9,24 @@
 
 namespace cli {
 
-/// @p bytes as UTF-8 in which nothing steers a terminal: each byte of a control character (C0,
-/// C1, line and paragraph separators, those that turn the direction of writing) and each byte
-/// that is no UTF-8 is written as `\xHH`. All else stays, backslashes too.
+/// @p bytes as UTF-8 that cannot control a terminal. Each byte of a control character becomes
+/// `\xHH`, and so does each byte that is not UTF-8. Control characters are those of C0 and C1, line
+/// and paragraph separators, and those that change the writing direction. All other bytes stay,
+/// including backslashes.
 std::string shown(std::string_view bytes);
 
-/// The same of a text.
+/// The same for a text of Qt.
 std::string shown(const QString& text);
 
-/// @p text with blanks behind it, @p width characters wide; a longer one stays whole.
+/// @p text, padded with blanks to @p width characters. A longer text stays as it is.
 std::string column(std::string_view text, int width);
 
-/// The same with the blanks before it.
+/// The same with the blanks in front.
 std::string right_column(std::string_view text, int width);
 
-/// @p text broken at blanks into lines of at most @p width characters, each behind @p indent
-/// blanks and ended by a line feed. Words longer than a line stay whole; line feeds in the text
-/// break it too. A @p width that leaves less than 10 characters counts as one that leaves 10.
+/// Breaks @p text at blanks and line feeds into lines of at most @p width characters. Each line
+/// begins with @p indent blanks and ends with a line feed. Words longer than a line are not broken.
+/// A line holds at least 10 characters behind the blanks, whatever the width.
 std::string wrapped(std::string_view text, int width, int indent);
 
 /// The number of characters of a text in UTF-8.

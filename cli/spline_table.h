@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Spline files as tables, and with other openings.
+// Spline files as tables, and with changed openings.
 #pragma once
 
 #include "sections/curve.h"
@@ -16,14 +16,14 @@ struct SplineTable {
     sections::Curve curve;
     double off_curve = 0.0; ///< Greatest distance of the curve from the straight lines between
                             ///< the points, fractions of the chord.
-    QString reason;         ///< Why there are none; empty when there are.
+    QString reason;         ///< Why there are no points; empty if there are.
 };
 
-/// 201 points on the curve of a spline file, close where it bends; its corners, its ends and its
-/// point of least x are among them.
+/// 201 points on the curve of a spline file, closer together where it bends. They include its
+/// corners, its ends and its point of least x.
 SplineTable table_of_spline(const QByteArray& bytes);
 
-/// @p bytes of a spline file, which are whole, with the openings @p openings and no other change.
+/// The complete @p bytes of a spline file, with its openings replaced by @p openings.
 QByteArray with_openings(QByteArray bytes, tables::Openings openings);
 
 } // namespace cli

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What the program has of the world around it, so that tests run it in their own process.
+// The environment of the program, so that tests can run it in their own process.
 #pragma once
 
 #include <functional>
@@ -7,12 +7,12 @@
 
 namespace cli {
 
-/// The standard streams and what is known of them.
+/// The standard streams and their properties.
 struct Streams {
     int in = 0; ///< Descriptor of standard input.
 
     /// @name Writers
-    /// Each takes whole lines, or the bytes of a file, and answers 0 or an error number.
+    /// Each takes whole lines, or the bytes of a file, and returns 0 or an error number.
     /// @{
     std::function<int(std::string_view)> out;
     std::function<int(std::string_view)> err;
@@ -20,9 +20,9 @@ struct Streams {
 
     bool out_is_terminal = false;
     bool err_is_terminal = false;
-    int width = 80;                  ///< Columns of the terminal, or of texts without one.
-    int processors = 1;              ///< Files worked on at a time without `--jobs`.
-    std::function<double()> seconds; ///< A clock, asked by the progress bar alone.
+    int width = 80;     ///< Of the terminal, in columns; without one, the width of texts.
+    int processors = 1; ///< The default of `--jobs`.
+    std::function<double()> seconds; ///< A clock, used only by the progress bar.
 };
 
 } // namespace cli
