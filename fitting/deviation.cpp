@@ -12,7 +12,7 @@ namespace fitting {
 
 namespace {
 
-// Index of the point with the least x: where the sides meet.
+// Index of the point with the least x, where the sides meet.
 int nose_of(const QPolygonF& points) {
     const auto ahead = [](QPointF a, QPointF b) { return a.x() < b.x(); };
     return int(std::min_element(points.begin(), points.end(), ahead) - points.begin());

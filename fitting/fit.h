@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The best spline over a table, as a file of the editor holds it.
+// The best spline for a table, in the form of a spline file.
 #pragma once
 
 #include "document/parastruct.h"
@@ -16,30 +16,30 @@ namespace fitting {
 constexpr int least_points = 4;
 constexpr int most_points = MAXNUMPOINTS;
 
-/// What is asked for.
+/// What a fit has to meet.
 struct Request {
-    int points = 0; ///< Control points, 4..30; 0: as few as the tolerance allows.
-    /// Over the first 20 % of the chord, behind it twice as much; chord units, positive.
+    int points = 0; ///< Control points, 4..30; 0: as few as hold the tolerance.
+    /// Over the first 20 % of the chord; twice as much is allowed behind. Chord units, positive.
     double tolerance = usual_tolerance;
-    bool best = false; ///< Search longer, and let control points come closer to each other.
+    bool best = false; ///< Search longer, and allow control points closer to each other.
     Ends ends = Ends::table;
     tables::Openings openings; ///< Stored in the spline.
 };
 
-/// What came of it.
+/// The result of a fit.
 struct Fit {
-    QString reason;          ///< Why there is no spline; empty when there is one.
-    SplineFoil spline;       ///< In the pixels of a 1024 x 768 editor, settled.
+    QString reason;          ///< Why there is no spline; empty if there is one.
+    SplineFoil spline;       ///< Settled, in the pixels of a 1024 x 768 editor.
     Deviation deviation;     ///< Of that spline.
-    bool holds = false;      ///< Whether no point is farther than the tolerance.
+    bool holds = false;      ///< Whether every point lies within the tolerance.
     double noise = 0.0;      ///< Of the table, see Outline::noise.
-    int reversals = 0;       ///< Of the curvature of the spline.
-    int table_reversals = 0; ///< What the table calls for.
+    int reversals = 0;       ///< Reversals of the curvature of the spline.
+    int table_reversals = 0; ///< Reversals that the table needs.
     double least_leg = 0.0;  ///< Least distance between neighbouring control points, chord units.
     QList<tables::Finding> findings;
 };
 
-/// Lays a spline over @p table, which may be in any frame and either order. The same table and
+/// Fits a spline to @p table, which can be in any frame and in either order. The same table and
 /// request give the same bits.
 Fit fit(const QPolygonF& table, const Request& request = {});
 

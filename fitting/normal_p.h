@@ -1,15 +1,16 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The normal equations of a step; only for the sources of Problem.
+// The normal equations of a step, for the sources of Problem.
 #pragma once
 
 #include "fitting/problem.h"
 
 namespace fitting {
 
-/// Shorter vectors (chord units) have no direction.
+/// Vectors shorter than this (chord units) have no direction.
 constexpr double nothing = 1e-12;
 
-/// A linearised residual: value and slopes by up to eight coordinates of control points.
+/// A linearised residual: its value, and its derivatives by up to eight coordinates of control
+/// points.
 struct Problem::Row {
     int size = 0;
     int coordinate[8] = {};
@@ -23,7 +24,7 @@ struct Problem::Row {
     }
 };
 
-/// The normal equations, of which only the lower triangle is kept.
+/// The normal equations. Only the lower triangle is stored.
 struct Problem::Normal {
     const Freedom& freedom;
     Eigen::MatrixXd matrix;

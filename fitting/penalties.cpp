@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What keeps a spline smooth: the penalties of the merit, and their shares of a step.
+// The penalties that keep a spline smooth, and their residuals in a step.
 #include "fitting/normal_p.h"
 
 #include <algorithm>
@@ -10,11 +10,11 @@ namespace fitting {
 namespace {
 
 constexpr double leg_ratio = 4.0;
-// Below this a turn to the wrong side is not seen in any plot.
+// A smaller turn to the wrong side is not visible in any plot.
 constexpr double turn_margin = 1e-7;
 
-// The way along which leg i, from control point i - 1 to i, should run; zero where its
-// neighbours coincide.
+// The direction in which leg i, from control point i - 1 to i, should run. Zero if its neighbours
+// coincide.
 Point way_of_leg(const Points& control, int i) {
     const int last = int(control.size()) - 1;
     const Point across = control[std::min(i + 1, last)] - control[std::max(i - 2, 0)];
@@ -91,7 +91,7 @@ void Problem::add_turns(Normal& normal, const State& state, double turn_weight,
         const double height = turns[i] * turn_height(control, i) - turn_margin;
         if (turns[i] == 0 || !(height < 0.0))
             continue;
-        // The line through the neighbours is held while the distance to it is linearised.
+        // Each neighbour moves the line by its share.
         const Point across = control[i + 1] - control[i - 1];
         const double length = across.norm();
         if (!(length > nothing))

@@ -14,8 +14,8 @@ constexpr int coefficients = 6;
 constexpr int least_run = coefficients + 1;
 constexpr int shared_points = 2;
 
-// Looks for a conic in a frame along the chord of the run, where both coordinates are of size 1,
-// by the least singular value.
+// Finds the conic of the run by the least singular value, in a frame along the chord of the run in
+// which both coordinates have the magnitude 1.
 bool is_conic(const Points& points, Run& run, double tolerance) {
     const Point& origin = points[run.first];
     const Point chord = points[run.last] - origin;
@@ -39,7 +39,8 @@ bool is_conic(const Points& points, Run& run, double tolerance) {
     terms << x * x, x * y, y * y, x, y, Eigen::ArrayXd::Ones(run.size());
     const Eigen::JacobiSVD<Eigen::MatrixXd> values(terms, Eigen::ComputeThinV);
     const Eigen::VectorXd conic = values.matrixV().col(coefficients - 1);
-    // No line along the axis of a parabola meets it twice, so here the square of x has a factor.
+    // A line along the axis of a parabola meets it only once. The chord meets it twice, so it is
+    // not along the axis, and the coefficient of x squared is not 0.
     const double lean = 0.5 * conic[1] / conic[0] * length / height;
     if (!std::isfinite(lean))
         return false;
@@ -51,14 +52,15 @@ bool is_conic(const Points& points, Run& run, double tolerance) {
     return (off.abs() < tolerance * slope).all();
 }
 
-// A piece of the spline: the run that shows it, if any, and where on the outline it begins.
+// A piece of the spline: its run, if one was found, and the arc at which the piece begins.
 struct Piece {
     const Run* run;
     double from;
 };
 
-// Pieces that do not show are put where the gaps between the runs are longest for their number,
-// but first of all at the ends, where a line may be short. Behind the last piece stands the end.
+// Pieces without a run are put into the gaps between the runs. The ends come first, because their
+// lines may be short. Then each piece goes to the gap with the longest pieces. The last entry is
+// the end of the outline.
 std::vector<Piece> pieces_of(const Outline& outline, const std::vector<Run>& runs, int count) {
     struct Gap {
         double from;
@@ -97,7 +99,7 @@ std::vector<Piece> pieces_of(const Outline& outline, const std::vector<Run>& run
     return pieces;
 }
 
-// Place of a point, 0..1, on a piece that ends at the arc `to`.
+// The parameter of a point, 0..1, on a piece that ends at the arc `to`.
 double place_on(const Piece& piece, double to, const Outline& outline, std::size_t point) {
     const double size = to - piece.from;
     if (!(size > 0.0))
@@ -163,7 +165,7 @@ std::vector<double> spread_by_pieces(const Outline& outline, const std::vector<T
             ++piece;
         const double place = place_on(pieces[piece], pieces[piece + 1].from, outline, j);
         const double share = std::clamp(place, 0.0, 1.0);
-        // The lines at the ends are half a piece each.
+        // Each line at the ends counts as half a piece.
         const double before = piece == 0 ? 0.0 : piece - 0.5;
         const double own = piece == 0 || piece + 1 == count ? 0.5 : 1.0;
         at_points.push_back((before + own * share) / (count - 1));

@@ -12,10 +12,10 @@ namespace {
 
 constexpr double rear_weight = 0.5;
 constexpr double least_width = 1e-6;
-// A spline that folds or makes a loop turns at least this much (radians) more than its table.
+// A spline with a fold or a loop turns at least this much (radians) more than its table.
 constexpr double folded = 3.0;
 
-// The place of a parameter 0..1: half a share for each line, a whole one for each parabola.
+// The foot of a parameter 0..1. Each line has half the share of a parabola.
 Foot foot_of(double parameter, int count) {
     const double x = parameter * (count - 1);
     if (!(x > 0.5))
@@ -50,7 +50,7 @@ Freedom Freedom::of(int count, Ends ends) {
     for (int i = 1; i <= half; ++i) {
         const int other = count - 1 - i;
         if (other == i) {
-            // In the middle, on the axis: only x moves.
+            // The middle point stays on the axis: only x can move.
             freedom.variable[2 * i + 1] = -1;
             --freedom.variables;
             continue;
@@ -109,7 +109,7 @@ bool Problem::folds(const Points& control) const {
     return total_turning(control) > greatest_turning;
 }
 
-// Control points on the outline, at even steps of the parameters of the targets.
+// Control points on the outline, evenly spaced in the parameters of the targets.
 Points Problem::along(const std::vector<double>& parameters) const {
     Points result;
     std::size_t j = 0;
@@ -164,7 +164,7 @@ Points Problem::least_squares(const std::vector<Foot>& feet, const Points& pull,
     return control;
 }
 
-// Control points no closer along the outline than they may be.
+// Spreads the parameters so that control points along the outline are not too close.
 std::vector<double> Problem::spaced(std::vector<double> parameters) const {
     constexpr int rounds = 4;
     constexpr double margin = 1.1;
@@ -196,7 +196,7 @@ State Problem::at_parameters(const std::vector<double>& wanted) const {
             break;
     }
     for (std::size_t j = 0; j < all_targets.size(); ++j) {
-        // A foot at the end of a piece cannot be followed: it is looked for on the neighbours.
+        // Newton steps cannot start at the end of a piece; project() then searches the neighbours.
         state.feet[j].v = std::clamp(state.feet[j].v, 0.0, 1.0);
         project(state.control, all_targets[j].point, state.feet[j]);
     }
@@ -212,7 +212,7 @@ std::vector<int> Problem::turns(const State& state) const {
         if (turn != 0)
             known = known == 0 || known == turn ? turn : mixed;
     }
-    // Pieces without a say go with their neighbours, the nearer one where these differ.
+    // Undecided pieces take the turn of the nearest decided piece.
     std::vector<int> result = of_piece;
     for (int i = 0; i < control_count; ++i) {
         for (int k = 1; result[i] == 0 && k < control_count; ++k) {

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What a fit minimises, and one step of it.
+// What a fit minimises, and its steps.
 #pragma once
 
 #include "fitting/outline.h"
@@ -10,54 +10,54 @@
 
 namespace fitting {
 
-/// What holds the ends of a spline.
+/// The conditions at the ends of a spline.
 enum class Ends {
-    table,     ///< At the first and the last point of the table.
-    closed,    ///< Both at the first point.
-    symmetric, ///< As table, and the second half of the control points mirrors the first one.
+    table,     ///< The ends are at the first and the last point of the table.
+    closed,    ///< Both ends are at the first point.
+    symmetric, ///< As table, and the second half of the control points mirrors the first half.
 };
 
-/// Which coordinates of the control points may move. A variable moves one coordinate, or two
-/// that mirror each other.
+/// The coordinates of control points that can move. A variable moves one coordinate, or two that
+/// mirror each other.
 struct Freedom {
     int variables = 0;
-    std::vector<int> variable; ///< Of coordinate 2 i (x) and 2 i + 1 (y); -1: does not move.
-    std::vector<double> sign;  ///< With which it follows the variable.
+    std::vector<int> variable; ///< Of the coordinates 2 i (x) and 2 i + 1 (y); -1 if fixed.
+    std::vector<double> sign;  ///< Sign with which a coordinate follows its variable.
 
     static Freedom of(int count, Ends ends);
 };
 
-/// A spline on its way, with the feet of the targets and what they say.
+/// A state of the search: a spline, the feet of the targets, and their distances.
 struct State {
     Points control;
     std::vector<Foot> feet;
     std::vector<double> distances; ///< Weighted.
     double norm = 0.0;    ///< p-norm of the distances; for p = 2 the root of the mean square.
     double merit = 0.0;   ///< Squared norm and penalties.
-    double largest = 0.0; ///< Distance.
+    double largest = 0.0; ///< Largest weighted distance.
 };
 
-/// How a stretch of steps is made.
+/// The settings of a sequence of steps.
 struct Stage {
     double p = 2.0;             ///< 2 or a greater power of 2.
-    double turn_weight = 1.0;   ///< Of turns to the wrong side.
-    double uneven_weight = 0.0; ///< Of legs much longer than their neighbours.
+    double turn_weight = 1.0;   ///< Penalty of turns to the wrong side.
+    double uneven_weight = 0.0; ///< Penalty of legs much longer than their neighbours.
     int most_steps = 20;
-    double least_gain = 1e-3; ///< Ends when the merit falls by less than this share twice running.
+    double least_gain = 1e-3; ///< Stops if the merit falls by less than this share twice in a row.
 };
 
-/// One outline and one number of control points. The frame is that of the outline, and every
-/// state is settled: first control point at (1, 0), its samples 1 wide.
+/// The fit of one outline with one number of control points, in the frame of the outline. Every
+/// state is settled: its first control point is at (1, 0) and its samples are 1 wide.
 ///
-/// The merit is the squared p-norm of the targets' distances, each times its weight, plus the
-/// squares of penalties in the same unit, chord:
-/// - by how much neighbouring control points are nearer to each other than least_leg;
-/// - by how far a leg of the control polygon runs back, against the line from the control point
-///   before it to the one behind it: there the curve would fold;
-/// - by how much a control point turns to the side on which the outline does not;
-/// - by how much a leg is longer than four times the next one. At the end of a parabola the
-///   curvature falls with the third power of its leg, so next to a long leg a short one makes a
-///   kink that no point of the table sees.
+/// The merit is the squared p-norm of the weighted distances of the targets, plus the squares of
+/// these penalties in the same unit, chord:
+/// - the amount by which neighbouring control points are closer than least_leg;
+/// - the length by which a leg of the control polygon runs backwards, against the line from the
+///   control point before it to the one behind it: the curve would fold there;
+/// - the height by which a control point turns to the side to which the outline does not turn;
+/// - the amount by which a leg is longer than four times the next one. At the end of a parabola the
+///   curvature falls with the third power of the leg. So a short leg next to a long one makes a
+///   kink that may lie between the points of the table.
 class Problem {
 public:
     Problem(const Outline& outline, int count, Ends ends);
@@ -65,42 +65,40 @@ public:
     int count() const { return control_count; }
     const std::vector<Target>& targets() const { return all_targets; }
 
-    double least_leg = 0.0051; ///< Chord units; 0 takes any.
+    double least_leg = 0.0051; ///< Chord units; 0 for no limit.
     double leg_weight = 5.0;
     double fold_weight = 1.0;
 
-    /// Gives every target beyond the first 20 % of the chord half of its weight, as the
-    /// tolerance does.
+    /// Halves the weight of the targets behind the first 20 % of the chord, to match the tolerance.
     void weigh_by_tolerance();
 
-    /// Scales the spline about its first control point until its samples are 1 wide, and puts
-    /// its last one back to its place. A spline of no width is left alone.
+    /// Scales the spline about its first control point until its samples are 1 wide, and moves the
+    /// last control point back to its place. Splines without width are not scaled.
     void settle(Points& control) const;
 
-    /// Mirrors the first half of the control points onto the second one, if that is asked for.
+    /// Makes the control points symmetric, if Ends::symmetric is set.
     void symmetrise(Points& control) const;
 
-    /// Control points by linear least squares with each target at a parameter of its own, drawn
-    /// to the outline as weakly as they do not fold.
-    /// @param wanted parameters of the targets, 0..1, not decreasing; 0 and 1 are the ends, and the
-    ///               parabolas share the rest evenly. Where they would bring control points
-    ///               closer than least_leg they are spread
+    /// Control points by linear least squares with a fixed parameter for each target. A pull to the
+    /// outline, as weak as possible, keeps them from folding.
+    /// @param wanted parameters of the targets, 0..1, not decreasing; 0 and 1 are the ends. They
+    ///               are spread where control points would be closer than least_leg
     State at_parameters(const std::vector<double>& wanted) const;
 
-    /// Whether control points turn so much more than the table that their curve folds or makes
-    /// a loop.
+    /// Whether the control points turn so much more than the table that the curve has a fold or a
+    /// loop.
     bool folds(const Points& control) const;
 
-    /// The sense in which each control point has to turn, as the targets say whose feet lie on
-    /// its piece: 1, -1, or 0 where they are not of one mind.
+    /// The sense in which each control point has to turn: 1, -1, or 0 if undecided. The targets
+    /// whose feet lie on its piece decide.
     std::vector<int> turns(const State& state) const;
 
-    /// Projects the targets anew and sums up.
+    /// Projects the targets anew and computes the merit.
     void evaluate(State& state, const Stage& stage, const std::vector<int>& turns) const;
 
-    /// Steps of damped Gauss-Newton: tangent distances, weighted for the p-norm, with the width
-    /// held as a further residual. A step is taken if the merit of the settled spline falls and
-    /// it does not begin to fold, else the damping grows.
+    /// Minimises the merit by damped Gauss-Newton steps on the tangent distances, weighted for the
+    /// p-norm. A further residual keeps the width. A step is taken if the merit of the settled
+    /// spline falls and the spline does not begin to fold. If not, the damping grows.
     /// @return number of steps taken
     int minimise(State& state, const Stage& stage) const;
 
@@ -129,7 +127,7 @@ private:
     std::vector<Target> all_targets;
 };
 
-/// |x|^p for p = 1 or a power of 2, by squaring.
+/// |x|^p by squaring; p is 1 or a power of 2.
 double power(double x, double p);
 
 } // namespace fitting

@@ -14,16 +14,16 @@ namespace {
 
 constexpr double starting_powers[] = {0.5, 1.0 / 3.0, 2.0 / 3.0, 0.42, 0.58, 0.25, 0.75};
 constexpr double curvature_floor = 0.3; // 1 / chord
-constexpr double exact = 1e-10;         // chord; what the rounding of an outline leaves
+constexpr double exact = 1e-10;         // chord; the rounding error of an outline
 constexpr double nearly_exact = 1e-5;
 
-// What of an outline made from such a spline lies off it: ten times its noise, but no less than
-// coordinates of nine decimals have, and no more than fits the spline and no other curve.
+// The tolerance within which an outline lies on the spline that it was made from. It is ten times
+// the noise, but at least the rounding to nine decimals, and so small that no other curve fits.
 double rounding_of(const Outline& outline) {
     return std::clamp(10.0 * outline.noise, 3e-10, 1e-8);
 }
 
-// At first turns to the wrong side are only dear, so that control points can pass through them.
+// At first turns to the wrong side cost little, so that control points can pass through them.
 constexpr double lenient = 1.0;
 constexpr double strict = 20.0;
 constexpr double even = 1e-3;
@@ -34,11 +34,11 @@ constexpr Stage exact_stage = {2.0, 0.0, 0.0, 60, 1e-3};
 constexpr Stage last_stages[] = {
     {8.0, strict, even, 20, 1e-3}, {16.0, strict, even, 20, 1e-3}, {32.0, strict, even, 60, 3e-4}};
 
-// Control points may come this much closer than the penalty asks for.
+// Control points may be closer than the penalty demands, by this factor.
 constexpr double close = 0.983;
 constexpr Stage calming = {32.0, 1000.0, even, 40, 1e-3};
 
-// Mean of each value and its neighbours within `reach`.
+// The mean of each value and its neighbours within `reach`.
 std::vector<double> smoothed(const std::vector<double>& values, int reach) {
     const int size = int(values.size());
     std::vector<double> sums(values.size() + 1, 0.0);
@@ -53,7 +53,7 @@ std::vector<double> smoothed(const std::vector<double>& values, int reach) {
     return result;
 }
 
-// Turning by length, at each point.
+// The turning angle over the length, at each point.
 std::vector<double> curvatures(const Points& points) {
     std::vector<double> result(points.size(), 0.0);
     for (std::size_t i = 1; i + 1 < points.size(); ++i) {
@@ -70,8 +70,8 @@ std::vector<double> curvatures(const Points& points) {
 void settle_in(const Problem& problem, State& state) {
     for (const Stage& stage : first_stages) {
         problem.minimise(state, stage);
-        // An outline that is itself a spline of this kind is met exactly, by the full steps that
-        // p = 2 alone has.
+        // If the outline is a spline of this kind, p = 2 reproduces it exactly, because only its
+        // steps are full.
         if (stage.p <= 2.0 && state.largest < nearly_exact)
             problem.minimise(state, exact_stage);
         if (state.largest <= exact)
@@ -86,12 +86,12 @@ void polish(const Problem& problem, State& state) {
     }
 }
 
-// The share of control points before each foot, when every piece gets its share of them.
+// The share of control points before each foot if each piece gets the share given for it.
 std::vector<double> spread(const std::vector<Foot>& feet, const std::vector<double>& shares) {
     const std::size_t count = shares.size();
     std::vector<double> before(count + 1, 0.0);
     for (std::size_t i = 0; i < count; ++i) {
-        // The lines at the ends are half a piece each.
+        // Each line at the ends counts as half a piece.
         const double size = i == 0 || i + 1 == count ? 0.5 : 1.0;
         before[i + 1] = before[i] + size * shares[i];
     }
@@ -103,7 +103,7 @@ std::vector<double> spread(const std::vector<Foot>& feet, const std::vector<doub
     return result;
 }
 
-// Shares of control points that change by fixed random numbers.
+// Shares of control points from a fixed sequence of random numbers.
 class Shares {
 public:
     std::vector<double> next(int count) {
@@ -125,7 +125,7 @@ private:
     int round = 0;
 };
 
-// What an outline shows of pieces decides, however close or folded its control points are.
+// Fits a spline to the pieces found in an outline. Its control points may be close or folded.
 std::optional<State> read_off(const Outline& outline, const Problem& problem) {
     const std::vector<double> pieces =
         spread_by_pieces(outline, problem.targets(), problem.count(), rounding_of(outline));
@@ -231,7 +231,7 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
         return a_is_bad != b_is_bad ? b_is_bad : a.largest < b.largest;
     };
 
-    // Of an outline that is such a spline only the rounding is left.
+    // If the outline is such a spline, the only distance left is the rounding.
     const double met = rounding_of(outline);
     std::optional<State> shown;
     if (outline.noise < smooth_noise)
@@ -275,7 +275,7 @@ State search(const Outline& outline, int count, Ends ends, bool by_tolerance,
         if (failures == 0)
             best = state;
     }
-    // What still turns to the wrong side pays for it, if that costs little.
+    // Finally removes turns to the wrong side, if the distance grows only a little.
     constexpr double dear = 1.25;
     State calm = best;
     problem.minimise(calm, calming);

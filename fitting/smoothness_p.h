@@ -1,31 +1,32 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// What is to be said of a fit besides its distances.
+// The findings on a fit.
 #pragma once
 
 #include "fitting/fit.h"
 
 namespace fitting {
 
-/// How often the curvature of the spline changes its sign. A piece bends to the side to which
-/// its control point turns, so they are counted on the control points; heights below 1e-6 chord
-/// count as straight.
+/// How often the curvature of the spline reverses. A piece bends to the side to which its control
+/// point turns, so the reversals are counted on the control points. Heights below 1e-6 chord count
+/// as straight.
 int count_reversals(const Points& control);
 
-/// The distance that neighbouring control points keep, chord units: the window picks them within
+/// The least distance of neighbouring control points, chord units: the window selects them within
 /// eight pixels.
 constexpr double pick_distance = 0.005;
 
-/// Noise of a table from which on it is spoken of, chord units: that of four decimals is 2.9e-5.
+/// From this noise on, a table is reported as noisy. Chord units; rounding to four decimals gives
+/// 2.9e-5.
 constexpr double spoken_noise = 5e-5;
 
-/// Between the points of a table the curve may be this many times as far from the curve through
-/// them as it is from the points; beyond, and from half the tolerance on, it is spoken of.
+/// How many times as far the spline may be from the interpolating curve between the points as it is
+/// from the points. Larger distances are reported if they exceed half the tolerance.
 constexpr double bearable_swing = 5.0;
 
-/// What a user should know of @p fit: a missed tolerance, corners that the curve rounds by more
-/// than it, swings between the points, a noisy table, more control points than it bears, reversals
-/// that it does not call for, control points too close to pick.
-/// @param control of the fit, in the frame of the outline
+/// The findings on @p fit: a missed tolerance, corners rounded by more than the tolerance, swings
+/// between the points, a noisy table, too many control points for the table, reversals that the
+/// table does not have, and control points too close to select.
+/// @param control control points of the fit, in the frame of the outline
 QList<tables::Finding> findings(const Outline& outline, const Points& control, const Fit& fit,
                                 double tolerance);
 

@@ -11,7 +11,8 @@ namespace fitting {
 
 namespace {
 
-// A piece as a + b v + c v v, and half the derivative of the squared distance as a cubic.
+// A piece as a + b v + c v v, relative to a target. Half the derivative of the squared distance is
+// a cubic.
 struct Approach {
     Point a, b, c;
     double g0, g1, g2, g3;
@@ -44,8 +45,8 @@ struct Approach {
     double squared(double v) const { return (a + v * (b + v * c)).squaredNorm(); }
 };
 
-// Between a place where the distance falls and one where it rises: Newton's steps, halving
-// where they leave the bracket.
+// Finds the minimum between a place where the distance falls and one where it rises. Newton steps
+// that leave the bracket are replaced by bisection.
 double minimum_between(const Approach& piece, double low, double high, double v) {
     constexpr int most_steps = 60;
     constexpr double resolution = 1e-14;
@@ -64,7 +65,7 @@ double minimum_between(const Approach& piece, double low, double high, double v)
     return v;
 }
 
-// The nearest of five places, and the minimum beside it.
+// Finds the nearest of five places, then the minimum near it.
 double foot_on_piece(const Points& control, int index, const Point& target, double& v) {
     const Approach piece(control, index, target);
     constexpr double step = 0.25;
@@ -85,7 +86,7 @@ double foot_on_piece(const Points& control, int index, const Point& target, doub
     return least;
 }
 
-// Newton from where the foot was; false where that leads out of the piece or nowhere.
+// Newton steps from the old foot. Returns false if they leave the piece or do not converge.
 bool follow_foot(const Points& control, const Point& target, Foot& foot, double& squared) {
     constexpr int most_steps = 12;
     constexpr double resolution = 1e-13;
@@ -191,7 +192,7 @@ double total_turning(const Points& polygon) {
 }
 
 WidthSamples::WidthSamples(int count) {
-    // Normalised weight of the second control point in the first span that has two.
+    // Normalised weight of the second control point in the first span with two functions.
     const auto share = [](double v) { return v * v / (1.0 + 2.0 * v - v * v); };
     for (double t = 1.0 / F_DIV; t < 1.0; t += 1.0 / F_DIV) {
         const double knots = t * (count + 2);

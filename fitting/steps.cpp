@@ -40,7 +40,7 @@ void Problem::add_distances(Normal& normal, const State& state, double p) const 
             row.add(w.first + k, 0, -weight * w.of[k] * normal_vector.x());
             row.add(w.first + k, 1, -weight * w.of[k] * normal_vector.y());
         }
-        // Half the gradient of the squared norm, and the same without its negative part.
+        // Half the gradient of the squared norm, and half its Hessian without the negative part.
         double slope = share;
         if (p > 2.0) {
             const double relative = std::abs(row.value) / state.norm;
@@ -50,8 +50,7 @@ void Problem::add_distances(Normal& normal, const State& state, double p) const 
     }
 }
 
-// The state is 1 wide, so the residual is 0 and only its slopes count: no step shall change
-// the width.
+// The state is 1 wide, so the residual is 0. Its slopes keep each step from changing the width.
 void Problem::add_width(Normal& normal, const State& state) const {
     const WidthSamples::Extremes extremes = samples.extremes(state.control);
     Row row;

@@ -11,7 +11,7 @@ namespace {
 
 constexpr double pi = 3.14159265358979323846;
 
-// Upper side up to half a turn, then the lower one.
+// The upper side up to half a turn, then the lower side.
 QPointF four_digit_point(double turn, double thickness, double camber) {
     constexpr double crest = 0.4;
     const double x = 0.5 * (1.0 + std::cos(turn));

@@ -1,31 +1,31 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Tables that the tests of the fit share.
+// Tables for the tests of the fit.
 #pragma once
 
 #include "document/parastruct.h"
 
 #include <QPolygonF>
 
-/// A four-digit section with a closed trailing edge, from there over the upper side and back;
-/// cosine spacing.
+/// A four-digit section with a closed trailing edge, from the trailing edge over the upper side and
+/// back, with cosine spacing.
 /// @param thickness, camber fractions of the chord
 /// @param points            odd, at least 5
 QPolygonF four_digit(double thickness, double camber, int points);
 
-/// @p table with normally distributed noise across x, the same for the same @p seed.
+/// @p table with normally distributed noise in y. The same @p seed gives the same noise.
 QPolygonF with_noise(QPolygonF table, double deviation, unsigned seed);
 
-/// Four decimals of percent and a flat bottom: a table with few points over which a fit once
-/// made a loop.
+/// A table with few points, a flat lower side and four decimals of percent. A fit once made a loop
+/// between its points.
 QPolygonF coarse_flat_bottom();
 
-/// A spline like a section, and 400 points of its curve among which are its ends and the sample
-/// with the least x, so that both are equally wide.
+/// A spline like a section, and 400 points of its curve. They include its ends and the sample with
+/// the least x, so that table and spline have the same width.
 struct SplineAndTable {
     SplineFoil spline; // chord units
     QPolygonF table;
 };
 SplineAndTable random_spline(unsigned seed);
 
-/// Every step of it mirrored (y), turned round, scaled and moved, as bits of @p kind say.
+/// @p table mirrored in y, reversed, scaled and moved, as the bits of @p kind say.
 QPolygonF copy_of(const QPolygonF& table, int kind);

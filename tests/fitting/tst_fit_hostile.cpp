@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Tables that are no sections: each gives a spline with finite points or a reason.
+// Tables that are not sections: each gives a spline with finite points or a reason.
 #include "fitting/fit.h"
 #include "fittingtables.h"
 #include "support/testmain.h"
@@ -61,7 +61,7 @@ void tst_fit_hostile::tables_data() {
         QTest::addRow("scattered-%d", seed) << scattered(unsigned(seed), 8 + 20 * seed);
 }
 
-// A search without end is stopped by the time limit of the test.
+// The time limit of the test stops an endless search.
 void tst_fit_hostile::tables() {
     QFETCH(QPolygonF, table);
     const std::pair<int, Ends> requests[] = {{0, Ends::table},

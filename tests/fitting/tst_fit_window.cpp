@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The file of a fit in the window: at any size its curve is as near to the template as was said.
+// The file of a fit in the window: at any size its curve is as close to the template as printed.
 #include "airfoil/airfoil.h"
 #include "document/splinebytes.h"
 #include "editorfixture.h"
@@ -84,7 +84,7 @@ void tst_fit_window::opens_within_the_deviation() {
     QCOMPARE(document->spline.endVent, 8.5);
     editor.repaint_opened_spline();
     QVERIFY(paint_until_idle(editor));
-    // The window's curve are straight lines between 999 samples.
+    // The curve of the window consists of straight lines between 999 samples.
     constexpr double flatness = 3e-6;
     QPolygonF curve;
     for (const QPointF& pixel : editor.spline_poly)
