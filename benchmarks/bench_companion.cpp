@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The companion program: reading, measuring and fitting many tables, its start, a rib, a report.
+// aerolith-cli: reading, measuring and fitting many tables, its start, a rib, a report.
 #include "cli/inputs.h"
 #include "harness.h"
 #include "sections/measure.h"
@@ -183,7 +183,7 @@ void measure_tables() {
     }
     print_note(
         QStringLiteral("16"), QStringLiteral("measuring tables of 161 rows"),
-        QStringLiteral("%1 a second of one processor").arg(std::round(quartiles(rates).median)));
+        QStringLiteral("%1 per second of processor time").arg(std::round(quartiles(rates).median)));
 }
 
 // Ideally two processors are twice as fast as one.
@@ -231,7 +231,7 @@ void time_report() {
         rates.push_back(table_count / spent_by(QStringLiteral("../aerolith-cli"), words).processor);
     print_note(
         QStringLiteral("18"), QStringLiteral("sections of a report of check"),
-        QStringLiteral("%1 a second of one processor").arg(std::round(quartiles(rates).median)));
+        QStringLiteral("%1 per second of processor time").arg(std::round(quartiles(rates).median)));
 }
 
 } // namespace

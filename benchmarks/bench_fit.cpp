@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// bench_fit FOLDER: fits over all sections below a folder against the goals, beside plain
-// baselines in the same run, and over tables made from splines. Deviations are those of the files
-// as the window settles them; processor time is that of this process.
+// bench_fit FOLDER: fits all sections in a folder, and tables made from splines. Compares the
+// results with the goals, and with simple baselines from the same run. Deviations are those of the
+// written files, settled as in the window. Times are processor times of this process.
 #include "fitting/fit.h"
 #include "fitting/outline.h"
 #include "fittingtables.h"
@@ -30,7 +30,7 @@ struct Section {
     QPolygonF points;
 };
 
-// What all sections gave.
+// The results for all sections.
 struct Figures {
     std::vector<double> largest;
     std::vector<double> seconds;
@@ -78,7 +78,7 @@ std::vector<Section> sections_below(const QString& folder) {
     return sections;
 }
 
-// Index of the foremost point.
+// Index of the point with the least x.
 int nose_of(const QPolygonF& points) {
     const auto ahead = [](QPointF a, QPointF b) { return a.x() < b.x(); };
     return int(std::min_element(points.begin(), points.end(), ahead) - points.begin());
@@ -93,7 +93,7 @@ SplineFoil file_of(const Points& control) {
     return in_pixels(spline, ChordMapping::of_size(QSize(1024, 768)));
 }
 
-// Least squares at parameters by chord length, which stay as they are.
+// Least squares at fixed chord-length parameters.
 Points by_chord_length(const QPolygonF& table, int count) {
     std::vector<double> arc = {0.0};
     for (int i = 1; i < table.size(); ++i)
@@ -119,8 +119,8 @@ Points by_chord_length(const QPolygonF& table, int count) {
     return control;
 }
 
-// Class and shape functions: each side a Bernstein polynomial with 15 parameters times
-// sqrt(x) (1 - x), on a straight line to its end; least squares of the heights.
+// Class and shape functions. Each side is sqrt(x) (1 - x) times a Bernstein polynomial with 15
+// parameters, plus a straight line to its end. The heights are fitted by least squares.
 Deviation by_shape_functions(const QPolygonF& table) {
     constexpr int terms = 15;
     constexpr int places = 4000;
@@ -180,8 +180,9 @@ Figures fits(const std::vector<Section>& sections, const fitting::Request& reque
     return figures;
 }
 
-// Fits over every second point of dense tables: the largest distance of the others, and over that
-// of the points kept. The ends and the foremost point are kept: they make the frame.
+// Fits every second point of dense tables. Prints the largest distance of the points left out, and
+// its ratio to the largest distance of the points kept. The ends and the point with the least x are
+// kept, because they determine the frame.
 void print_left_out(const char* what, const std::vector<Section>& sections,
                     const fitting::Request& request) {
     std::vector<double> others;
@@ -196,7 +197,7 @@ void print_left_out(const char* what, const std::vector<Section>& sections,
         for (int i = 0; i <= last; ++i)
             (i % 2 == 0 || i == last || i == nose ? kept : left_out) << section.points[i];
         const fitting::Fit fit = fitting::fit(kept, request);
-        // In the frame of the points kept.
+        // In the frame of the kept points.
         const QPolygonF framed = fitting::in_window_frame(kept);
         const double scale = (framed[1].x() - 1.0) / (kept[1].x() - kept[0].x());
         const SplineFoil spline = *in_chord_units(fit.spline);
@@ -216,7 +217,7 @@ void print_left_out(const char* what, const std::vector<Section>& sections,
                 quantile(others, 0.5), quantile(ratios, 0.5), int(others.size()));
 }
 
-// Random splines like sections, as 400 points of their curves.
+// Fits random splines like sections, given by 400 points of their curves.
 void print_splines_met() {
     constexpr int splines = 200;
     constexpr double met = 1e-7;

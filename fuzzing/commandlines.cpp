@@ -41,7 +41,7 @@ std::string value_of(const std::string& option, const std::string& form, Choices
                 words.back().push_back(c);
         }
         const std::string word = words[choices.below(words.size())];
-        // These want an application object of their own.
+        // These formats need an application object.
         return word == "pdf" || word == "png" ? words.front() : word;
     }
     const Words numbers = {inside.substr(0, dots), "1", "2", "5", "9.5", "20", "60", "200"};
@@ -55,7 +55,6 @@ std::string value_of(const std::string& option, const std::string& form, Choices
 
 } // namespace
 
-// The option lines of each verb.
 const std::vector<std::pair<std::string, std::vector<Words>>>& verbs_of_grammar() {
     static const auto verbs = [] {
         std::vector<std::pair<std::string, std::vector<Words>>> read;

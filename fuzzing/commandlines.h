@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Command lines out of bytes, and their runs in this process.
+// Makes command lines from bytes and runs them in this process.
 #pragma once
 
 #include <QByteArray>
@@ -11,10 +11,10 @@
 
 using Words = std::vector<std::string>;
 
-/// The option lines of each verb: the option and the forms of its values.
+/// The options of each verb. Each option is followed by the forms of its values.
 const std::vector<std::pair<std::string, std::vector<Words>>>& verbs_of_grammar();
 
-/// Numbers that the input chooses, 0 when they are used up.
+/// Numbers chosen by the input; 0 after its end.
 class Choices {
 public:
     explicit Choices(const QByteArray& given) : bytes(given) {}
@@ -32,13 +32,13 @@ private:
     qsizetype next = 0;
 };
 
-/// The name of a file or folder that an option gets.
+/// Chooses the file or folder for an option.
 using NameOf = std::function<std::string(const std::string& option, Choices& choices)>;
 
-/// Names by which nothing is read but standard input, and nothing is kept of what is written.
+/// Chooses names that read only standard input and discard all output.
 std::string name_of_nothing(const std::string& option, Choices& choices);
 
-/// @p words with options out of @p options and values for them, as long as there are choices.
+/// Adds options with their values to @p words as long as there are choices.
 Words with_options(Words words, const std::vector<Words>& options, Choices& choices,
                    const NameOf& name_of = name_of_nothing);
 
@@ -48,11 +48,11 @@ struct Result {
     QByteArray err;
 };
 
-/// The run of @p words in this process over @p input as standard input.
+/// Runs @p words in this process with @p input as standard input.
 Result run_here(const Words& words, const QByteArray& input);
 
-/// It ends with a code of the program, says why words are wrong, and shows no control characters.
+/// Requires an exit code of the program, a reason for wrong words, and no control characters.
 void require_decent(const Result& result);
 
-/// The run of @p words, which is decent and comes out the same a second time.
+/// Runs @p words twice. Requires equal results that require_decent() accepts.
 Result checked_run(const Words& words, const QByteArray& input);

@@ -25,7 +25,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const Words words = with_options({verb, "-"}, options, choices);
 
     const Result result = checked_run(words, end < 0 ? QByteArray() : bytes.mid(end + 1));
-    // A value may be one of these words too; then nothing is checked.
+    // These words can also be values; the check is skipped then.
     if (result.code != 2 && has(words, "--json") && !has(words, "--help") &&
         result.out.startsWith('['))
         REQUIRE(QJsonDocument::fromJson(result.out).isArray());

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// Any table and any options: a valid spline, or a reason.
+// Any table with any options gives a valid spline or a reason.
 #include "fitting/fit.h"
 #include "fuzzing/fuzzing.h"
 #include "tables/table.h"

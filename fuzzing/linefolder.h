@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The folder that random command lines run in, and what a run may do to it.
+// The folder in which random command lines run, and the checks of its files.
 #pragma once
 
 #include "fuzzing/commandlines.h"
@@ -10,8 +10,9 @@
 #include <map>
 #include <string>
 
-/// A fresh folder, the working folder of this process while it lives: `in` with sound and broken
-/// section files, lists, links and a pipe, `out` with old files, links and a pipe.
+/// A fresh folder. It is the working folder of this process during the lifetime of the object. `in`
+/// holds valid and broken section files, lists, links and a pipe. `out` holds old files, links and
+/// a pipe.
 class LineFolder {
 public:
     LineFolder();
@@ -19,23 +20,23 @@ public:
     LineFolder& operator=(const LineFolder&) = delete;
     ~LineFolder();
 
-    /// Names that can be inputs: the sound ones, and all.
+    /// Names of possible inputs: the valid ones, and all.
     Words sound;
     Words inputs;
 
-    /// The bytes of the file @p name, null for none.
+    /// The bytes of the file @p name; null if there is none.
     QByteArray bytes(const std::string& name) const;
 
-    /// Ends the process unless the files that @p words wrote are those they name, whole, and no
-    /// other file has changed. Then everything is put back.
-    /// @return how many files were written
+    /// Ends the process unless all written files are outputs of @p words and complete, and no other
+    /// file has changed. Then restores the folder.
+    /// @return the number of written files
     int require_whole(const Words& words, const Result& result);
 
 private:
-    // What is at a path.
+    // The file, link or folder at a path.
     struct Entry {
         std::filesystem::file_type type = std::filesystem::file_type::none;
-        QByteArray bytes; // Of a file, or where a link leads.
+        QByteArray bytes; // Content of a file, or target of a link.
 
         bool operator==(const Entry& other) const {
             return type == other.type && bytes == other.bytes;

@@ -1,6 +1,6 @@
 # SPDX-FileCopyrightText: Aerolith developers
-# A Chromium without a window, moved by its own protocol over a pipe: a mouse that really clicks,
-# keys that are really pressed. https://chromedevtools.github.io/devtools-protocol/
+# Controls a Chromium without a window by the DevTools protocol over a pipe. Its mouse and keyboard
+# events are real. https://chromedevtools.github.io/devtools-protocol/
 import base64
 import json
 import os
@@ -102,10 +102,10 @@ class Browser:
         self.call("Input.insertText", text=text)
 
     def picture(self):
-        """What is seen, as PNG."""
+        """A picture of the page, as PNG."""
         return base64.b64decode(self.call("Page.captureScreenshot", format="png")["data"])
 
     def pdf(self):
-        """What is printed, as PDF."""
+        """The printed page, as PDF."""
         return base64.b64decode(self.call("Page.printToPDF", preferCSSPageSize=True,
                                           printBackground=True)["data"])

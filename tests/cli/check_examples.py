@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Runs the examples of documents and compares what they print. An example is a block marked
-# `console`: each line "$ ..." is run by bash, and the lines behind it are its output, errors first.
-# All examples of a document run in one fresh folder, with the samples and the folder `old` in it,
-# and the files that the document shows: blocks marked with a language and the name of the file.
-# Usage: check_examples.py PROGRAM DOCUMENT... [--update]; with --update the outputs are written.
+# Runs the examples of documents and compares their output. An example is a block marked `console`.
+# Bash runs each line "$ ..."; the lines behind it are the output, with standard error first. All
+# examples of a document run in one fresh folder. It holds the samples, the folder `old`, and the
+# files that the document shows in blocks marked with a language and a file name.
+# Usage: check_examples.py PROGRAM DOCUMENT... [--update]; --update writes the new output.
 import difflib
 import os
 import re
@@ -18,7 +18,7 @@ SOURCES = Path(__file__).resolve().parents[2]
 
 
 def run(program, folder, command):
-    """Runs a command as a reader of the document would, in English."""
+    """Runs a command as a reader of the document would, in the English locale."""
     surroundings = {**os.environ, "LC_ALL": "C.UTF-8",
                     "PATH": f"{program.parent}:{os.environ['PATH']}"}
     return subprocess.run(["bash", "-c", command], cwd=folder, capture_output=True, text=True,
@@ -26,7 +26,7 @@ def run(program, folder, command):
 
 
 def prepare(folder, text):
-    """Puts into the folder what the examples of a document need."""
+    """Puts the files that the examples of a document need into the folder."""
     shutil.copytree(SOURCES / "samples", f"{folder}/samples")
     shutil.copytree(SOURCES / "docs/old", f"{folder}/old")
     for name, content in re.findall(r"```\w+ ([\w-]+\.\w+)\n(.*?)```", text, re.DOTALL):
@@ -34,7 +34,7 @@ def prepare(folder, text):
 
 
 def printed(program, folder, block):
-    """The block as the program prints it now."""
+    """The block with the current output."""
     lines = []
     for command in [line for line in block.splitlines() if line.startswith("$ ")]:
         done = run(program, folder, command[2:])
@@ -43,7 +43,7 @@ def printed(program, folder, block):
 
 
 def examples_again(program, text):
-    """The document with the outputs of now, and how many examples it has."""
+    """The document with the current outputs, and the number of its examples."""
     with tempfile.TemporaryDirectory() as folder:
         prepare(folder, text)
         return re.subn(r"(?<=```console\n)(.*?)(?=```)",
@@ -67,7 +67,7 @@ def main():
         elif after != before:
             wrong += 1
             sys.stdout.writelines(difflib.unified_diff(
-                before.splitlines(True), after.splitlines(True), name, "what is printed"))
+                before.splitlines(True), after.splitlines(True), name, "current output"))
     sys.exit(1 if wrong else 0)
 
 

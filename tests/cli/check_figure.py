@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Makes the figure of docs/scripts.md by the command and the scripts that the document shows, and
-# compares it with the one in docs/images, number by number.
-# Usage: check_figure.py PROGRAM [--update]; it ends with 77 where matplotlib is missing, unless
+# Makes the figure of docs/scripts.md with the command and the scripts in the document. Compares it
+# with the one in docs/images, number by number.
+# Usage: check_figure.py PROGRAM [--update]; the exit code is 77 if matplotlib is missing, unless
 # AEROLITH_READERS is set.
 import importlib.util
 import os

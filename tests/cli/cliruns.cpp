@@ -47,7 +47,7 @@ CliRun run_cli(const std::vector<std::string>& arguments, const QByteArray& inpu
     return run;
 }
 
-// Not a QTemporaryDir: names in it need not be UTF-8.
+// QTemporaryDir needs UTF-8; here names can be any bytes.
 FreshFolder::FreshFolder() : before(fs::current_path()) {
     if (!::mkdtemp(folder.data()))
         qFatal("no folder can be made");

@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The command line program, run in the process of the test.
+// Runs the command line program in the process of the test.
 #pragma once
 
 #include "cli/streams.h"
@@ -11,23 +11,23 @@
 #include <string>
 #include <vector>
 
-/// What a run left.
+/// The result of a run.
 struct CliRun {
     int code = -1;
     QByteArray out;
     QByteArray err;
 };
 
-/// Words as run_cli() takes them.
+/// Converts words for run_cli().
 std::vector<std::string> words_from(const QByteArrayList& list);
 
 /// Runs the program with a terminal width of 80 on two threads.
-/// @param input  what standard input holds
-/// @param change may change the streams before the run
+/// @param input  content of standard input
+/// @param change can change the streams before the run
 CliRun run_cli(const std::vector<std::string>& arguments, const QByteArray& input = {},
                const std::function<void(cli::Streams&)>& change = {});
 
-/// The working folder of this process while it lives: a fresh one.
+/// A fresh folder. It is the working folder of this process during the lifetime of the object.
 class FreshFolder {
 public:
     FreshFolder();
@@ -40,14 +40,14 @@ private:
     std::string before;
 };
 
-/// Writes a file, its folders too. Fails the test when it fails.
+/// Writes a file and creates its folders. A failure fails the test.
 void put_file(const std::string& path, const QByteArray& bytes);
 
-/// The bytes of a file, null for none.
+/// The bytes of a file; null if there is none.
 QByteArray file_bytes(const std::string& path);
 
-/// All files below the working folder, sorted, hidden ones too.
+/// All files in the working folder and its subfolders, including hidden ones, sorted.
 std::vector<std::string> files_here();
 
-/// A section of eleven points as x and y columns, with a title.
+/// A section of eleven points as columns x and y, with a title.
 QByteArray plain_table();

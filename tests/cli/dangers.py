@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Runs the command line program where files are not what they seem, vanish, or where the system
-# refuses it what it needs: each row of a table is one run, which may fail but breaks nothing.
+# Runs the command line program where files are links or vanish, or where the system refuses
+# resources. A run may fail, but must not damage any file.
 import os
 import pathlib
 import resource
@@ -20,7 +20,7 @@ TABLE = b"A plain section\n" + b"".join(
     [(1, 0), (.75, .05), (.5, .08), (.25, .07), (.05, .03), (0, 0), (.05, -.02), (.25, -.04),
      (.5, -.04), (.75, -.02), (1, 0)])
 
-# Links: name, target. Run: arguments, code, a message, the new files.
+# Each row: name, links with targets, arguments, exit code, part of the message, changed files.
 LINKS = [
     ("to-a-file", {"l.dat": "a.dat"}, "convert l.dat -o new.txt", 0, "", ["new.txt"]),
     ("dangling-input", {"l.dat": "none"}, "convert l.dat -o new.txt", 1, "No such file", []),
@@ -86,7 +86,7 @@ class Dangers(unittest.TestCase):
                               timeout=120, **options)
 
     def require_whole(self, run, written):
-        """What a run may leave: whole files of these names, and messages for the rest."""
+        """Requires complete files with these names, and messages for the missing ones."""
         self.assertIn(run.returncode, (0, 1), run.stderr)
         contents = self.contents()
         self.assertLessEqual({name for name in contents if name.startswith("./new/")}, set(written))
@@ -112,7 +112,7 @@ class Dangers(unittest.TestCase):
                                  if before.get(path) != after.get(path))
                 self.assertEqual(changed, new)
 
-    # What vanishes
+    # Folders that vanish
 
     def test_working_folder_that_is_gone(self):
         self.fresh_folder()
@@ -126,7 +126,7 @@ class Dangers(unittest.TestCase):
             self.assertEqual(run.returncode, code, (arguments, run.stderr))
 
     def test_folder_that_vanishes(self):
-        """The first result tells that the names are known; standard input keeps the run waiting."""
+        """After the first result the folder has been read; standard input keeps the run waiting."""
         for gone, arguments in (("in", "measure a.dat - in"), ("b", "draw a.dat - -o b/new.svg"),
                                 ("b", "check a.dat - --report b/page.html")):
             self.fresh_folder()
@@ -160,7 +160,7 @@ class Dangers(unittest.TestCase):
             self.assertRegex(name, r"^\d+\.txt$")
             self.assertEqual(pathlib.Path("new", name).read_bytes().count(b"\n"), 12)
 
-    # What the system refuses
+    # Resources that the system refuses
 
     def refused(self, kind, limit, arguments, program=None, **options):
         def limited():
@@ -177,7 +177,7 @@ class Dangers(unittest.TestCase):
                 shutil.rmtree("new", ignore_errors=True)
                 run = self.refused(resource.RLIMIT_NOFILE, limit, f"convert many -d new -j{jobs}")
                 if b"<memory cannot be printed>" in run.stderr:
-                    continue  # A sanitizer looks at memory through a pipe that it cannot open.
+                    continue  # A sanitizer needs a pipe, which it cannot open.
                 self.require_whole(run, written)
                 if jobs == 1:
                     self.assertEqual(run.returncode, 0, run.stderr)

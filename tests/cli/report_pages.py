@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# The pages of --report as others read them: html5lib and a Chromium. Where one is missing its
-# tests are skipped, unless AEROLITH_READERS is set.
+# Reads the pages of --report with html5lib and Chromium. The tests of a missing reader are skipped,
+# unless AEROLITH_READERS is set.
 import math
 import os
 import pathlib
@@ -257,7 +257,7 @@ class Shown(Pages):
         for page in pages:
             self.assertRegex(page, "File +Verdict +Layout")
         for i in range(40):
-            # No row is split.
+            # Page breaks split no row.
             at = [number for number, page in enumerate(pages) if f"part-{i}-" in page]
             self.assertEqual(len(at), 1, i)
             self.assertEqual(pages[at[0]].count(f"part-{i}-"), 14)

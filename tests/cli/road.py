@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# Runs the command line program as a process where a function call does not do: closed pipes, full
-# disks, folders without rights, interrupts, other locales, terminals.
+# Runs the command line program as a process, for what needs one: closed pipes, full disks, folders
+# without permissions, interrupts, locales, terminals.
 import fcntl
 import json
 import os
@@ -34,7 +34,7 @@ TABLE = b"A plain section\n" + b"".join(
 
 
 def long_table(seed):
-    """A section of some thousand points, so that a run takes its time."""
+    """A section of several thousand points, so that a run takes some time."""
     count, height = 2000, 0.05 + 0.0001 * seed
     upper = [(i / count, height * (i / count) ** .5 * (1 - i / count)) for i in range(count, 0, -1)]
     lower = [(x, -0.7 * y) for x, y in reversed(upper)]
@@ -106,7 +106,7 @@ class Road(unittest.TestCase):
             run = self.run_cli(verb, "--json", *more, "in", "missing", str(SOURCES / "samples"))
             lines = run.stdout.decode().splitlines()
             self.assertEqual((lines[0], lines[-1]), ("[", "]"))
-            # For draw another one says what became of the picture.
+            # draw adds an object for the picture.
             count = 4 + len(os.listdir(SOURCES / "samples")) + (verb == "draw")
             self.assertEqual(len(lines), 2 + 1 + count)
             jsonschema.validate(json.loads(run.stdout), schema)
@@ -209,7 +209,7 @@ class Road(unittest.TestCase):
         whole = {name: pathlib.Path("whole", name).read_bytes() for name in os.listdir("whole")}
         interrupted = 0
         for round_number in range(INTERRUPTS):
-            # Every other round there are old files to replace.
+            # Every other round replaces old files.
             out = pathlib.Path("out")
             shutil.rmtree(out, ignore_errors=True)
             old = b"old" if round_number % 2 else None
@@ -233,7 +233,7 @@ class Road(unittest.TestCase):
                                 f"seed {seed}: {name} is half written")
         self.assertGreater(interrupted, INTERRUPTS // 3)
 
-    # Surroundings
+    # Environments
 
     def test_surroundings_change_nothing(self):
         self.put("in/a.dat")
@@ -242,14 +242,14 @@ class Road(unittest.TestCase):
         locales.mkdir()
         subprocess.run(["localedef", "-i", "de_DE", "-f", "UTF-8", str(locales / "de_DE.UTF-8")],
                        check=True, capture_output=True)
-        # Qt's fonts are no leak of ours, in a build that looks for leaks.
+        # In a build that detects leaks, the fonts of Qt must stay suppressed.
         bare = {name: value for name, value in os.environ.items() if name == "ASAN_OPTIONS"}
         path = {**bare, "PATH": os.environ["PATH"]}
         surroundings = [
             bare, path, {**path, "LC_ALL": "C"}, {**path, "LC_ALL": "C.UTF-8", "HOME": "/nowhere"},
             {**path, "LC_ALL": "de_DE.UTF-8", "LANG": "de_DE.UTF-8", "LOCPATH": str(locales)},
             {**path, "DISPLAY": ":99", "QT_QPA_PLATFORM": "none-such", "TZ": "Asia/Tokyo"}]
-        # The locale is there: its numbers have a comma.
+        # The locale works: its numbers have a decimal comma.
         comma = subprocess.run(["printf", "%.1f", "0"], env=surroundings[4], capture_output=True)
         self.assertEqual(comma.stdout, b"0,0")
         seen = set()
@@ -278,7 +278,7 @@ class Road(unittest.TestCase):
     # Terminals
 
     def on_terminal(self, arguments, columns, feed=None, only_errors=False):
-        """What a terminal of a width gets."""
+        """The output on a terminal with a number of columns."""
         master, slave = pty.openpty()
         fcntl.ioctl(slave, termios.TIOCSWINSZ, struct.pack("HHHH", 24, columns, 0, 0))
         with open("stdout", "wb") as out:
@@ -308,7 +308,7 @@ class Road(unittest.TestCase):
                           ["check", "--jsno"], ["convert", "in/a.dat"]):
             text = self.on_terminal(arguments, 40)
             for line in text.replace("\r\n", "\n").split("\n"):
-                # Findings are for programs too: "name:line: text" stays one line.
+                # Programs read findings as well: "name:line: text" is never wrapped.
                 if not line.startswith("in/"):
                     self.assertTrue(len(line) <= 40, f"{arguments}: {line!r}")
 
@@ -346,7 +346,7 @@ class Road(unittest.TestCase):
         self.assertLessEqual(set(written), set(verdicts) - refused)
         for path in set(verdicts) - refused - set(written):
             self.assertIn(path.encode(), run.stderr)
-        # The window shows each of them as it is meant.
+        # The window shows each file as it is meant.
         for one in json.loads(self.run_cli("check", "--json", "out").stdout):
             self.assertEqual((one["verdict"], one["path"]), ("ok", one["path"]))
         print(f"{len(verdicts)} files, {len(written)} written, {len(refused)} refused")
@@ -388,7 +388,7 @@ class Road(unittest.TestCase):
         for verb, options in verbs.items():
             self.assertEqual(sorted(self.completed(verb, "-")), sorted(options))
             for option, values in options.items():
-                # A file stands for any text, of which nothing can be completed.
+                # A file can be any text, which cannot be completed.
                 value = values[0].strip("{}") if values else "file"
                 expected = [[""]]
                 if value == "file":

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-# The completions in zsh and fish themselves. Where one is missing its test is skipped, unless
+# Tests the completions in zsh and in fish. The test of a missing shell is skipped, unless
 # AEROLITH_READERS is set. Usage: shells.py <folder of the completions>
 import os
 import pathlib
@@ -16,7 +16,7 @@ import unittest
 NEEDED = "AEROLITH_READERS" in os.environ
 COMPLETIONS = None
 
-# What is typed, and the line after the Tab key.
+# The typed words, and the line after the Tab key.
 ROWS = [
     ("f", "fit "),
     ("--v", "--version "),
@@ -59,7 +59,7 @@ class Shells(unittest.TestCase):
         return name
 
     def read(self, end):
-        """What the terminal prints up to `end`."""
+        """The output of the terminal up to `end`."""
         text = b""
         while end not in text:
             self.assertTrue(select.select([self.terminal], [], [], 60)[0], text)

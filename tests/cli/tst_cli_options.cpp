@@ -222,7 +222,7 @@ private slots:
         QVERIFY(has(cli::grammar(), "\n" + long_name(option)));
     }
 
-    // A request for a font joins its arguments: those with a blank are quoted.
+    // A font macro joins its arguments, so arguments with a blank are quoted.
     void synopsis() {
         const std::string page = cli::manual_page();
         for (const cli::Verb* verb : cli::verbs())
