@@ -1,30 +1,30 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
-"""Reads and writes spline files (.spl). One file without dependencies, for Python 3.7 or later.
+"""Reads and writes spline files (.spl). A single module for Python 3.7 or later, no dependencies.
 
     import spline_file
     spline = spline_file.load("wing.spl")
     spline.points[3] = (410.5, 300.25)
     spline_file.save("moved.spl", spline)
 
-As a program it prints what a file holds: spline_file.py FILE
+As a program it prints the content of a file: spline_file.py FILE
 """
 import struct
 import sys
 from dataclasses import dataclass, field
 from typing import List, Optional, Tuple
 
-POINTS, KNOTS = 30, 300  # what every file has room for
-NULL = 0xFFFFFFFF  # length of a name that is missing, which is not the same as an empty one
+POINTS, KNOTS = 30, 300  # the capacity of every file
+NULL = 0xFFFFFFFF  # length of a missing name; an empty name has the length 0
 VALUES = struct.Struct(f">4i {KNOTS + 4 * POINTS + 3}d")
 
-# The editor of 1024 x 768 pixels in which aerolith-cli draws its splines.
+# aerolith-cli draws its splines in an editor of 1024 x 768 pixels.
 LEADING_EDGE, CHORD_LINE, CHORD = 102, 383, 819
 
 
 @dataclass
 class Spline:
-    """A quadratic B-spline. Points are in pixels of the editor it was drawn in, y downwards."""
+    """A quadratic B-spline. Points are in pixels of the editor that drew it, y downwards."""
 
     points: List[Tuple[float, float]]
     knots: List[float]
@@ -32,7 +32,7 @@ class Spline:
     name: Optional[str] = ""
     degree: int = 2
     order: int = 3
-    # Carried along: what stands behind the points and knots in use, and beside the points.
+    # Unused values that are kept: behind the points and knots in use, and beside the points.
     other_points: List[Tuple[float, float]] = field(default_factory=list)
     second_points: List[Tuple[float, float]] = field(default_factory=list)
     other_knots: List[float] = field(default_factory=list)
@@ -40,7 +40,7 @@ class Spline:
 
 
 def uniform_knots(count):
-    """The knots of a spline of so many control points, as the editor spreads them."""
+    """The uniform knots of the editor for a number of control points."""
     return [i / (count + 2) for i in range(count + 3)]
 
 
@@ -51,13 +51,13 @@ def from_chord(points, openings=(0.0, 0.0), name=""):
 
 
 def decode(data):
-    """The spline in the bytes of a file. A ValueError says what is wrong with them."""
+    """The spline in the bytes of a file. Raises ValueError if they are invalid."""
     if len(data) < 4:
-        raise ValueError(f"{len(data)} bytes are no spline file")
+        raise ValueError(f"{len(data)} bytes are not a spline file")
     (length,) = struct.unpack_from(">I", data)
     used = 0 if length == NULL else length
     if len(data) != 4 + used + VALUES.size or used % 2 != 0:
-        raise ValueError(f"{len(data)} bytes with a name of {used} are no spline file")
+        raise ValueError(f"{len(data)} bytes with a name of {used} are not a spline file")
     name = None if length == NULL else data[4 : 4 + used].decode("utf-16-be", "surrogatepass")
     points, knots, degree, order, *numbers = VALUES.unpack_from(data, 4 + used)
     if not 0 <= points <= POINTS or not 0 <= knots <= KNOTS:
@@ -71,14 +71,14 @@ def decode(data):
 
 
 def filled(values, spare, room, nothing):
-    """So many values, then what was carried behind them, cut or filled up to the room."""
+    """The values, followed by the spare ones, cut or padded to the length `room`."""
     if len(values) > room:
-        raise ValueError(f"{len(values)} values, and room for {room}")
+        raise ValueError(f"{len(values)} values, at most {room}")
     return (list(values) + list(spare) + [nothing] * room)[:room]
 
 
 def encode(spline):
-    """The bytes of a file. A ValueError says what has no room in one."""
+    """The bytes of a file. Raises ValueError if there are too many values."""
     first = filled(spline.points, spline.other_points, POINTS, (0.0, 0.0))
     second = filled(spline.second_points, [], POINTS, (0.0, 0.0))
     numbers = filled(spline.knots, spline.other_knots, KNOTS, 0.0)
