@@ -48,7 +48,7 @@ OPERATORS = [
     (r" \+= ", " -= "), (r" -= ", " += "), (r"\+\+(?=\w)", "--"),
     (r"\btrue\b", "false"), (r"\bfalse\b", "true"),
     (r"std::min\b", "std::max"), (r"std::max\b", "std::min"),
-    (r"(?<![\w.])(\d+)(?![\w.'])", lambda m: str(int(m.group()) + 1)),
+    (r"(?<![\w.'])(\d+)(?![\w.'])", lambda m: str(int(m.group()) + 1)),
     (r"(?<![\w.])(\d+\.\d+(?:e-?\d+)?)(?!\w)",
      lambda m: repr(float(m.group()) * 1.5 if float(m.group()) else 1.0)),
     (r"^(\s+)continue;$", r"\1break;"), (r"^(\s+)break;$", r"\1continue;"),
@@ -82,6 +82,9 @@ class Tree:
 
     def __init__(self, road):
         self.folders = [*ROADS[road], *(["identity", "hostile"] if road == "window" else [])]
+        self.targets = [f"tests/{folder}/all" for folder in self.folders]
+        if road == "companion":
+            self.targets += ["aerolith-cli", "make_documents"]
         self.root = PLACE / road
         self.build_folder = self.root / "build/release"
         if not self.root.exists():
@@ -105,7 +108,7 @@ class Tree:
 
     def build(self):
         return self.succeeds("cmake", "--build", self.build_folder, "-j", "1", "--target",
-                             *(f"tests/{folder}/all" for folder in self.folders), "aerolith-cli")
+                             *self.targets)
 
     def passes(self, folder):
         return self.succeeds("ctest", "--test-dir", self.build_folder / "tests" / folder,
@@ -166,7 +169,7 @@ def main():
     arguments = parser.parse_args()
     # A loop without end takes neither the time nor the memory of the machine.
     resource.setrlimit(resource.RLIMIT_CPU, (60, 60))
-    resource.setrlimit(resource.RLIMIT_AS, (16 << 30, 16 << 30))
+    resource.setrlimit(resource.RLIMIT_DATA, (8 << 30, 8 << 30))
     os.environ["QTEST_FUNCTION_TIMEOUT"] = "100000"
     for road, layers in ROADS.items():
         chosen = [layer for layer in arguments.layers if layer in layers]

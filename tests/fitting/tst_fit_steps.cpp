@@ -60,6 +60,8 @@ private slots:
     void noise_is_told();
     void reversals();
     void a_mirrored_spline_has_half_the_variables();
+    void merit_by_hand_data();
+    void merit_by_hand();
     void steps_find_the_spline_again();
     void steps_take_all_from_a_full_penalty();
     void shares();
@@ -189,6 +191,52 @@ void tst_fit_steps::a_mirrored_spline_has_half_the_variables() {
     QCOMPARE(freedom.variable[2 * 2 + 1], freedom.variable[2 * 8 + 1]);
     QCOMPARE(freedom.sign[2 * 8 + 1], -1.0);
     QCOMPARE(freedom.variable[2 * 5 + 1], -1);
+}
+
+void tst_fit_steps::merit_by_hand_data() {
+    QTest::addColumn<int>("point"); // of the arch, moved to a place
+    QTest::addColumn<QPointF>("place");
+    QTest::addColumn<int>("turn");      // asked for at the third point, which turns to the left
+    QTest::addColumn<double>("uneven"); // weight of uneven legs
+    QTest::addColumn<double>("penalty");
+
+    const QPointF first(1.0, 0.0);
+    const double height = 0.0376 / std::hypot(0.62, 0.1) + 1e-7;
+    const double back = 0.09 / std::hypot(0.9, 0.08);
+    const double leg = std::hypot(0.02, 0.01);
+    const double before = std::hypot(0.12, 0.08) - 4.0 * leg;
+    const double behind = std::hypot(1.0, 0.01) - 4.0 * leg;
+    QTest::newRow("none") << 0 << first << 1 << 2.0 << 0.0;
+    QTest::newRow("close") << 3 << QPointF(0.098, 0.08) << 0 << 0.0 << 0.0155 * 0.0155;
+    QTest::newRow("back") << 2 << QPointF(0.65, 0.1) << 0 << 0.0 << 0.05 * 0.05;
+    QTest::newRow("first-back") << 1 << QPointF(1.1, 0.0) << 0 << 0.0 << back * back;
+    QTest::newRow("wrong-turn") << 0 << first << -1 << 0.0 << 9.0 * height * height;
+    QTest::newRow("uneven") << 4 << QPointF(0.0, -0.01) << 0 << 2.0
+                            << 4.0 * (before * before + behind * behind);
+}
+
+void tst_fit_steps::merit_by_hand() {
+    QFETCH(int, point);
+    QFETCH(QPointF, place);
+    QFETCH(int, turn);
+    QFETCH(double, uneven);
+    QFETCH(double, penalty);
+    const Problem problem(outline_of(four_digit(0.12, 0.0, 61)), int(arch.size()), Ends::table);
+    State state;
+    state.control = arch;
+    state.control[std::size_t(point)] = Point(place.x(), place.y());
+    state.feet.resize(problem.targets().size());
+    for (const double p : {2.0, 8.0}) {
+        problem.evaluate(state, {p, 3.0, uneven, 1, 0.0}, {0, 0, turn, 0, 0, 0});
+        double sum = 0.0;
+        for (const double distance : state.distances)
+            sum += std::pow(distance, p);
+        if (p <= 2.0)
+            sum /= double(state.distances.size());
+        QVERIFY(std::abs(state.norm - std::pow(sum, 1.0 / p)) < 1e-14);
+        const double found = state.merit - state.norm * state.norm;
+        QVERIFY2(std::abs(found - penalty) < 1e-12, qPrintable(QString::number(found)));
+    }
 }
 
 // Gauss-Newton converges quadratically to residuals of 0 only if the slopes are right.
