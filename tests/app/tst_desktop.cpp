@@ -151,6 +151,8 @@ void tst_desktop::ground_is_light_data() {
     QTest::newRow("bright-blue") << QColor(81, 81, 255) << false;
     QTest::newRow("bright-red") << QColor(255, 81, 81) << false;
     QTest::newRow("bluish-grey") << QColor(130, 150, 206) << false;
+    // A small share of red is on the curved part of its scale.
+    QTest::newRow("just-light-enough-turquoise") << QColor(14, 182, 210) << true;
     QTest::newRow("rose") << QColor(250, 200, 210) << true;
 }
 

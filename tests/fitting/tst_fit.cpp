@@ -126,6 +126,7 @@ void tst_fit::printed_deviation_is_that_of_the_file() {
     const double sampled = largest_by_sampling(table, result.spline);
     QVERIFY2(std::abs(sampled - result.deviation.largest) < 1e-8,
              qPrintable(QString::number(sampled - result.deviation.largest)));
+    QVERIFY(result.deviation.root_mean_square < result.deviation.largest);
     QCOMPARE(std::max(result.deviation.largest_upper, result.deviation.largest_lower),
              result.deviation.largest);
     // The deviation is the same in the pixels of any other widget.

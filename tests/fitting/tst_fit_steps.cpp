@@ -3,6 +3,7 @@
 #include "fitting/pieces.h"
 #include "fitting/problem.h"
 #include "fitting/search_p.h"
+#include "fitting/smoothness_p.h"
 #include "fittingtables.h"
 #include "support/testmain.h"
 
@@ -52,6 +53,7 @@ private slots:
     void samples_of_the_window_lie_on_it();
     void width_is_the_windows();
     void feet();
+    void feet_stay_in_their_hollow();
     void turns_by_hand();
     void frame_of_the_window();
     void refusals_data();
@@ -110,6 +112,18 @@ void tst_fit_steps::feet() {
         QVERIFY(std::abs(project(arch, target, foot) - nearest) < 1e-8);
         QCOMPARE((position(arch, foot) - target).norm(), project(arch, target, foot));
     }
+}
+
+// A steep parabola passes this target twice, on the left and on the right.
+void tst_fit_steps::feet_stay_in_their_hollow() {
+    const Points hairpin = {{-2.0, 0.0}, {0.0, 8.0}, {2.0, 0.0}};
+    const Point target(0.01, 4.0);
+    Foot left = {1, 0.05};
+    Foot right = {1, 0.95};
+    const double farther = project(hairpin, target, left);
+    const double nearer = project(hairpin, target, right);
+    QVERIFY(left.piece == 1 && left.v < 0.1 && right.piece == 1 && right.v > 0.9);
+    QVERIFY(farther > nearer + 0.01);
 }
 
 void tst_fit_steps::turns_by_hand() {
@@ -172,6 +186,11 @@ void tst_fit_steps::noise_is_told() {
 void tst_fit_steps::reversals() {
     QCOMPARE(outline_of(four_digit(0.12, 0.0, 101)).reversals, 0);
     QCOMPARE(count_reversals({1, 0, 1, -1, 0, -1, 1}), 2);
+    QCOMPARE(count_reversals(Points{{0, 0}, {1, 1}, {2, 0}, {3, -1}, {4, 0}, {5, -1e-7}, {6, 0}}),
+             2);
+    const Points hat = {{0.0, 0.0}, {1.0, 1.0}, {2.0, 0.0}};
+    QCOMPARE(turning_signs(hat, 0.75), std::vector<int>({0, -1, 0}));
+    QCOMPARE(turning_signs(hat, 1.0), std::vector<int>({0, 0, 0}));
     // A concave lower side.
     QPolygonF hollow = four_digit(0.12, 0.0, 101);
     for (QPointF& point : hollow) {
@@ -196,12 +215,13 @@ void tst_fit_steps::a_mirrored_spline_has_half_the_variables() {
 void tst_fit_steps::merit_by_hand_data() {
     QTest::addColumn<int>("point"); // of the arch, moved to a place
     QTest::addColumn<QPointF>("place");
-    QTest::addColumn<int>("turn");      // asked for at the third point, which turns to the left
+    QTest::addColumn<int>("turn");      // asked for at the third and the fifth point
     QTest::addColumn<double>("uneven"); // weight of uneven legs
     QTest::addColumn<double>("penalty");
 
     const QPointF first(1.0, 0.0);
-    const double height = 0.0376 / std::hypot(0.62, 0.1) + 1e-7;
+    const double third = 0.0376 / std::hypot(0.62, 0.1) + 1e-7;
+    const double fifth = 0.051 / std::hypot(1.02, 0.0) + 1e-7;
     const double back = 0.09 / std::hypot(0.9, 0.08);
     const double leg = std::hypot(0.02, 0.01);
     const double before = std::hypot(0.12, 0.08) - 4.0 * leg;
@@ -210,7 +230,7 @@ void tst_fit_steps::merit_by_hand_data() {
     QTest::newRow("close") << 3 << QPointF(0.098, 0.08) << 0 << 0.0 << 0.0155 * 0.0155;
     QTest::newRow("back") << 2 << QPointF(0.65, 0.1) << 0 << 0.0 << 0.05 * 0.05;
     QTest::newRow("first-back") << 1 << QPointF(1.1, 0.0) << 0 << 0.0 << back * back;
-    QTest::newRow("wrong-turn") << 0 << first << -1 << 0.0 << 9.0 * height * height;
+    QTest::newRow("wrong-turn") << 0 << first << -1 << 0.0 << 9.0 * (third * third + fifth * fifth);
     QTest::newRow("uneven") << 4 << QPointF(0.0, -0.01) << 0 << 2.0
                             << 4.0 * (before * before + behind * behind);
 }
@@ -227,7 +247,7 @@ void tst_fit_steps::merit_by_hand() {
     state.control[std::size_t(point)] = Point(place.x(), place.y());
     state.feet.resize(problem.targets().size());
     for (const double p : {2.0, 8.0}) {
-        problem.evaluate(state, {p, 3.0, uneven, 1, 0.0}, {0, 0, turn, 0, 0, 0});
+        problem.evaluate(state, {p, 3.0, uneven, 1, 0.0}, {0, 0, turn, 0, turn, 0});
         double sum = 0.0;
         for (const double distance : state.distances)
             sum += std::pow(distance, p);
@@ -286,6 +306,14 @@ void tst_fit_steps::shares() {
     QCOMPARE(spread.front(), 0.0);
     QCOMPARE(spread.back(), 1.0);
     QVERIFY(std::is_sorted(spread.begin(), spread.end()));
+    const std::vector<double> even = spread_by_curvature(outline, problem.targets(), 0.0);
+    for (std::size_t j = 0; j < even.size(); ++j)
+        QVERIFY(std::abs(even[j] - problem.targets()[j].arc / outline.length()) < 1e-12);
+    // As much before the nose as behind it.
+    const Outline mirrored = outline_of(four_digit(0.12, 0.0, 61));
+    const std::vector<double> halves = spread_by_curvature(mirrored, mirrored.targets(12), 0.5);
+    for (std::size_t j = 0; j < halves.size(); ++j)
+        QVERIFY(std::abs(halves[j] + halves[halves.size() - 1 - j] - 1.0) < 1e-9);
     const State state = problem.at_parameters(spread);
     QVERIFY(!problem.folds(state.control));
 }
