@@ -146,6 +146,7 @@ void tst_desktop::ground_is_light_data() {
     QTest::newRow("just-too-dark") << QColor(166, 166, 166) << false;
     QTest::newRow("dark") << QColor(45, 45, 48) << false;
     QTest::newRow("black") << QColor(Qt::black) << false;
+    QTest::newRow("nearly-black") << QColor(10, 10, 10) << false;
     QTest::newRow("dark-blue") << QColor(20, 24, 60) << false;
     // As light as a light grey by the mean of the channels, but too dark for dark lines.
     QTest::newRow("bright-blue") << QColor(81, 81, 255) << false;

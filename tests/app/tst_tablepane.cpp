@@ -29,6 +29,7 @@ private slots:
     void row_of_a_number();
     void mirrored_outline_lists_the_other_way();
     void thousand_points();
+    void long_listing_has_few_paragraphs();
     void replaces_the_listing_before();
     void alike_in_every_locale();
     void repaints_the_window();
@@ -172,6 +173,17 @@ void tst_tablepane::thousand_points() {
             rows += table_row(point.x(), point.y());
     }
     QCOMPARE(listing_of(outline), header + edge + rows + edge);
+}
+
+void tst_tablepane::long_listing_has_few_paragraphs() {
+    constexpr int paragraphs = 940;
+    MainWindow window;
+    // Two rows of the title, two of the edge, and one row less than would begin a new paragraph.
+    const int points = 64 * paragraphs - 4;
+    window.Write_BaseTable(QPolygonF(QList<QPointF>(points, QPointF(0.5, -0.25))));
+    QCOMPARE(window.tableEdit->document()->blockCount(), paragraphs);
+    const QString row = QStringLiteral("0.50000   -0.25000 \t\n");
+    QCOMPARE(window.tableEdit->toPlainText(), header + edge + row.repeated(points - 1) + edge);
 }
 
 void tst_tablepane::replaces_the_listing_before() {
