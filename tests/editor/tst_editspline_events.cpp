@@ -30,6 +30,7 @@ private slots:
     void drag();
     void drag_without_selection();
     void drag_middle();
+    void drag_left_and_middle_data();
     void drag_left_and_middle();
     void drag_keeps_knots();
     void hover();
@@ -238,9 +239,17 @@ void tst_editspline_events::drag_middle() {
     }
 }
 
+void tst_editspline_events::drag_left_and_middle_data() {
+    QTest::addColumn<int>("point");
+
+    QTest::newRow("first-point") << 0;
+    QTest::newRow("inner-point") << 4;
+}
+
 void tst_editspline_events::drag_left_and_middle() {
+    QFETCH(int, point);
     ShownEditor editor;
-    editor.pnt_selected = 4;
+    editor.pnt_selected = point;
     editor.mousepressed = true;
     editor.lastPos = QPoint(100, 100);
     editor.p_D = QPointF(3, 4);
@@ -248,7 +257,7 @@ void tst_editspline_events::drag_left_and_middle() {
     send_mouse(editor, QEvent::MouseMove, QPointF(130, 180), Qt::NoButton,
                Qt::LeftButton | Qt::MiddleButton);
     QCOMPARE(editor.new_paints(), 2);
-    model.set_point(4, QPointF(127, 176));
+    model.set_point(point, QPointF(127, 176));
     paint_model(model, 1);
     model.pan = QPointF(33, 84);
     paint_model(model, 1);
