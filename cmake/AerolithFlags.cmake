@@ -14,6 +14,12 @@ add_compile_options(
 if(AEROLITH_SANITIZE)
   add_compile_options(-fsanitize=${AEROLITH_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${AEROLITH_SANITIZE})
+  # The usual linker takes five times as long for the programs with all their notes for a debugger.
+  include(CheckLinkerFlag)
+  check_linker_flag(CXX -fuse-ld=lld AEROLITH_HAS_LLD)
+  if(AEROLITH_HAS_LLD)
+    add_link_options(-fuse-ld=lld)
+  endif()
   # Release builds of Qt's headers drop their own index checks.
   add_compile_definitions(QT_FORCE_ASSERTS)
 endif()

@@ -21,7 +21,8 @@ tidy=(clang-tidy-14 git)
 readers=(fish librsvg2-bin poppler-utils python3-ezdxf python3-html5lib python3-matplotlib zsh)
 # The largest of them.
 browser=(chromium)
-ci=("${test[@]}" "${readers[@]}" "${style[@]}" "${tidy[@]}" clang-14 libclang-rt-14-dev llvm-14)
+ci=("${test[@]}" "${readers[@]}" "${style[@]}" "${tidy[@]}" clang-14 libclang-rt-14-dev lld-14
+    llvm-14)
 # What makes the package; the other tools check it.
 deb=("${build[@]}" dpkg-dev file)
 package=("${deb[@]}" appstream debootstrap desktop-file-utils fakeroot imagemagick libxml2-utils
