@@ -31,7 +31,7 @@
 namespace {
 
 // In seconds, even with sanitizers.
-constexpr int patience = 120;
+constexpr int patience = 400;
 
 struct Line {
     Words words;
