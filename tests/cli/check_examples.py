@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: Aerolith developers
 # Runs the examples of documents and compares their output. An example is a block marked `console`.
-# Bash runs each line "$ ..."; the lines behind it are the output, with standard error first. All
+# Bash runs each line "$ ..."; the lines behind it are what a terminal shows. All
 # examples of a document run in one fresh folder. It holds the samples, the folder `old`, and the
 # files that the document shows in blocks marked with a language and a file name.
 # Usage: check_examples.py PROGRAM DOCUMENT... [--update]; --update writes the new output.
@@ -21,8 +21,8 @@ def run(program, folder, command):
     """Runs a command as a reader of the document would, in the English locale."""
     surroundings = {**os.environ, "LC_ALL": "C.UTF-8",
                     "PATH": f"{program.parent}:{os.environ['PATH']}"}
-    return subprocess.run(["bash", "-c", command], cwd=folder, capture_output=True, text=True,
-                          env=surroundings)
+    return subprocess.run(["bash", "-c", command], cwd=folder, stdout=subprocess.PIPE,
+                          stderr=subprocess.STDOUT, text=True, env=surroundings)
 
 
 def prepare(folder, text):
@@ -38,7 +38,7 @@ def printed(program, folder, block):
     lines = []
     for command in [line for line in block.splitlines() if line.startswith("$ ")]:
         done = run(program, folder, command[2:])
-        lines += [command, *(done.stderr + done.stdout).splitlines()]
+        lines += [command, *done.stdout.splitlines()]
     return "\n".join(lines) + "\n"
 
 
