@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Properties and deliberate oddities of the Fourier functions. tst_fourier_reference
 // tests their accuracy, tst_fourier_limits the ends of their ranges.
+#include "baseline/fourier.h"
 #include "numerics/constants.h"
 #include "numerics/fourier.h"
 #include "support/exactcompare.h"
@@ -44,25 +45,9 @@ Values contour(int N, Values y) {
     return out;
 }
 
-// The series term by term, with a sine and a cosine for each.
 Values plain_contour(int N, const Values& y) {
-    Values A(std::size_t(N) + 1);
-    Values B(std::size_t(N) + 1);
-    for (int m = 0; m <= N; ++m) {
-        for (int k = 0; k < 2 * N; ++k) {
-            A[std::size_t(m)] += y[std::size_t(k)] * std::cos(m * (k * Pi / N)) / N;
-            B[std::size_t(m)] += y[std::size_t(k)] * std::sin(m * (k * Pi / N)) / N;
-        }
-    }
-    Values out;
-    for (int i = 0; i < 1000; ++i) {
-        const double t = i > 500 ? Pi * (2.0 - std::sqrt(std::sin((1000 - i) * Pi / 1000)))
-                                 : Pi * std::sqrt(std::sin(i * Pi / 1000));
-        double sum = (A[0] + A[std::size_t(N) - 1] * std::cos(2 * N * Pi / 1000)) / 2;
-        for (int m = 1; m <= N - 2; ++m)
-            sum += A[std::size_t(m)] * std::cos(m * t) + B[std::size_t(m)] * std::sin(m * t);
-        out.push_back(sum);
-    }
+    Values out(1000);
+    baseline::Fourier_Proc(N, y.data(), out.data());
     return out;
 }
 
