@@ -2,6 +2,7 @@
 // The plain implementation of the editor.
 #include "editormodel.h"
 
+#include "baseline/spline.h"
 #include "support/recordingpaintdevice.h"
 
 #include <QFileInfo>
@@ -165,18 +166,7 @@ void EditorModel::evaluate() {
     const int count = int(points().size());
     if (count == 0 || spline.degree < 0 || spline.degree > 5)
         return;
-    for (double u = 0.001; 1.0 > u; u += 1.0 / 1000.0) {
-        double x = 0.0;
-        double y = 0.0;
-        double sum = 0.0;
-        for (int i = 0; i < count; ++i) {
-            const double value = model_basis(i, spline.degree, spline.b_knots, u);
-            x += value * spline.CP[i].x();
-            y += value * spline.CP[i].y();
-            sum += value;
-        }
-        curve << QPointF(x / sum, y / sum);
-    }
+    curve = baseline::sample(count, spline.degree, spline.CP, spline.b_knots);
 }
 
 void EditorModel::normalise() {
@@ -253,18 +243,6 @@ QStringList EditorModel::paint_log() {
     RecordingPaintDevice device(window.size());
     paint(&device);
     return device.log();
-}
-
-double model_basis(int i, int degree, const double* knots, double t) {
-    if (degree == 0)
-        return t >= knots[i] && knots[i + 1] > t && knots[i + 1] > knots[i] ? 1.0 : 0.0;
-    const auto term = [](double value, double numerator, double denominator) {
-        const double product = value * numerator;
-        return product == 0.0 && denominator == 0.0 ? 0.0 : product / denominator;
-    };
-    return term(model_basis(i, degree - 1, knots, t), t - knots[i], knots[i + degree] - knots[i]) +
-           term(model_basis(i + 1, degree - 1, knots, t), knots[i + degree + 1] - t,
-                knots[i + degree + 1] - knots[i + 1]);
 }
 
 double model_area(const QPolygonF& outline) {

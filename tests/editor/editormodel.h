@@ -61,9 +61,6 @@ struct EditorModel {
     QStringList paint_log();
 };
 
-/// The basis value N(i, degree; t), 0/0 as 0.
-double model_basis(int i, int degree, const double* knots, double t);
-
 /// Twice the signed area in single precision, without the closing edge.
 double model_area(const QPolygonF& outline);
 
