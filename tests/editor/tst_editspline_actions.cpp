@@ -40,26 +40,30 @@ const QPolygonF six = {QPointF(921, 383), QPointF(640, 300), QPointF(350.5, 290.
 void tst_editspline_actions::Toggle_Conic_Control_data() {
     QTest::addColumn<int>("selected");
     QTest::addColumn<int>("knots");
+    QTest::addColumn<int>("degree");
     QTest::addColumn<bool>("sharpens");
 
-    QTest::newRow("none") << -1 << 9 << false;
-    QTest::newRow("first") << 0 << 9 << false;
-    QTest::newRow("one-is-never-sharpened") << 1 << 9 << false;
-    QTest::newRow("two") << 2 << 9 << true;
-    QTest::newRow("last-inner") << 4 << 9 << true;
-    QTest::newRow("last") << 5 << 9 << true;
-    QTest::newRow("last-of-a-file-with-few-knots") << 4 << 6 << true;
-    QTest::newRow("beyond-the-knots-of-a-file") << 5 << 6 << false;
+    QTest::newRow("none") << -1 << 9 << 2 << false;
+    QTest::newRow("first") << 0 << 9 << 2 << false;
+    QTest::newRow("one-is-never-sharpened") << 1 << 9 << 2 << false;
+    QTest::newRow("two") << 2 << 9 << 2 << true;
+    QTest::newRow("last-inner") << 4 << 9 << 2 << true;
+    QTest::newRow("last") << 5 << 9 << 2 << true;
+    QTest::newRow("last-of-a-file-with-few-knots") << 4 << 6 << 2 << true;
+    QTest::newRow("beyond-the-knots-of-a-file") << 5 << 6 << 2 << false;
+    QTest::newRow("without-a-curve") << 4 << 9 << -1 << false;
 }
 
 void tst_editspline_actions::Toggle_Conic_Control() {
     QFETCH(int, selected);
     QFETCH(int, knots);
+    QFETCH(int, degree);
     QFETCH(bool, sharpens);
 
     TestEditor editor;
     editor.set_points(six);
     editor.p->spline.num_knt = knots;
+    editor.p->spline.degree = degree;
     editor.pnt_selected = selected;
     SplineFoil expected = editor.p->spline;
     if (sharpens)

@@ -108,6 +108,8 @@ void tst_editspline_menu::menu_entries_data() {
                                << QList<bool>{true, true, true, false, false, true, true};
     QTest::newRow("nothing-selected")
         << 10 << -1 << QList<bool>{true, true, true, false, false, true, true};
+    QTest::newRow("first-point-selected")
+        << 10 << 0 << QList<bool>{true, true, true, true, true, true, true};
     QTest::newRow("point-selected")
         << 10 << 4 << QList<bool>{true, true, true, true, true, true, true};
     QTest::newRow("selection-out-of-range")

@@ -84,6 +84,9 @@ void tst_layouts::layouts_data() {
         {5, 4, 3, 2, 8, 9, 10});
     row("lednicer, a count each", "4\n" + upper + "4\n" + lower, "lednicer", upper_first,
         {5, 4, 3, 2, 8, 9, 10});
+    row("lednicer, a count each, nose behind 0",
+        "4\n.01 0\n.1 .05\n.5 .06\n1 0\n4\n.01 0\n.1 -.03\n.5 -.02\n1 0\n", "lednicer",
+        "1,0 .5,.06 .1,.05 .01,0 .1,-.03 .5,-.02 1,0", {5, 4, 3, 2, 8, 9, 10});
     row("lednicer, x y z",
         "4 0\n0 0 0\n.1 .05 0\n.5 .06 0\n1 0 0\n4 0\n0 0 0\n.1 -.03 0\n"
         ".5 -.02 0\n1 0 0\n",
