@@ -87,6 +87,7 @@ void tst_pieces::parabola_data() {
     QTest::newRow("flat") << 50.0 << 0.0 << 1.0;
     QTest::newRow("one-leg") << 0.01 << 0.5 << 1.0;
     QTest::newRow("short") << 0.5 << 0.2 << 0.2001;
+    QTest::newRow("small") << 0.005 << 0.0 << 0.05;
 }
 
 void tst_pieces::parabola() {
