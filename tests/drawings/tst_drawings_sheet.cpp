@@ -73,6 +73,8 @@ void tst_drawings_sheet::nothing_overlaps() {
 
 void tst_drawings_sheet::no_pieces() {
     QVERIFY(on_one_sheet({}, 10.0, 0.01).elements.empty());
+    QCOMPARE(line_count({}), std::size_t(0));
+    QCOMPARE(line_count(text_scene(QStringLiteral("1"))), std::size_t(1));
 }
 
 void tst_drawings_sheet::stroked_data() {
