@@ -93,8 +93,8 @@ class Tree:
             self.need("git", "worktree", "add", "--detach", self.root, place=SOURCES)
         head = subprocess.check_output(["git", "rev-parse", "HEAD"], cwd=SOURCES, text=True).strip()
         self.need("git", "checkout", "--quiet", "--force", "--detach", head)
-        self.need("cmake", "--preset", "release", "-DAEROLITH_BUILD_TESTS=ON", "-DAEROLITH_WERROR=ON",
-                  "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
+        self.need("cmake", "--preset", "release", "-DAEROLITH_BUILD_TESTS=ON",
+                  "-DAEROLITH_WERROR=ON", "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
                   "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
         if not self.build():
             sys.exit("mutants: the tree does not build")
@@ -171,7 +171,8 @@ def count(tree, layer, above, arguments):
 
 def main():
     parser = argparse.ArgumentParser(description="Counts the power of the tests.")
-    parser.add_argument("layers", nargs="+", choices=[layer for road in ROADS.values() for layer in road])
+    parser.add_argument("layers", nargs="+",
+                        choices=[layer for road in ROADS.values() for layer in road])
     parser.add_argument("--count", type=int, default=40)
     parser.add_argument("--seed", type=int, default=1)
     arguments = parser.parse_args()
