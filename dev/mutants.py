@@ -12,6 +12,7 @@ import hashlib
 import os
 import re
 import resource
+import shutil
 import subprocess
 import sys
 import time
@@ -94,8 +95,9 @@ class Tree:
         head = subprocess.check_output(["git", "rev-parse", "HEAD"], cwd=SOURCES, text=True).strip()
         self.need("git", "checkout", "--quiet", "--force", "--detach", head)
         self.need("cmake", "--preset", "release", "-DAEROLITH_BUILD_TESTS=ON",
-                  "-DAEROLITH_WERROR=ON", "-DBUILD_SHARED_LIBS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
-                  "-DCMAKE_CXX_COMPILER_LAUNCHER=ccache")
+                  "-DAEROLITH_WERROR=ON", "-DBUILD_SHARED_LIBS=ON",
+                  "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
+                  f"-DCMAKE_CXX_COMPILER_LAUNCHER={shutil.which('ccache') or ''}")
         if not self.build():
             sys.exit("mutants: the tree does not build")
         tested = PLACE / f"{road}-tested"
