@@ -96,7 +96,7 @@ class Tree:
         self.need("git", "checkout", "--quiet", "--force", "--detach", head)
         self.need("cmake", "--preset", "release", "-DAEROLITH_BUILD_TESTS=ON",
                   "-DAEROLITH_WERROR=ON", "-DBUILD_SHARED_LIBS=ON",
-                  "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
+                  "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
                   f"-DCMAKE_CXX_COMPILER_LAUNCHER={shutil.which('ccache') or ''}")
         if not self.build():
             sys.exit("mutants: the tree does not build")
