@@ -3,6 +3,8 @@
 #include "cli/cliruns.h"
 #include "support/testmain.h"
 
+#include <QPolygonF>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <cmath>
@@ -67,6 +69,21 @@ QByteArrayList facts_in(const QByteArray& page) {
     for (qsizetype i = 0; i < labels.size(); ++i)
         facts << values.value(i) + ' ' + labels[i];
     return facts;
+}
+
+// The corners of the first line with this class in the table of the page.
+QPolygonF corners_of(const QByteArray& page, const QByteArray& kind) {
+    static const QRegularExpression number(QStringLiteral("-?[0-9]+"));
+    const QByteArray start = "<path class=\"" + kind + "\" d=\"";
+    const qsizetype at = page.indexOf(start, page.indexOf("<tbody>")) + start.size();
+    auto found = number.globalMatch(QString::fromLatin1(page.mid(at, page.indexOf('"', at) - at)));
+    QPolygonF corners;
+    while (found.hasNext()) {
+        const int x = found.next().captured().toInt();
+        const QPointF step(x, found.next().captured().toInt());
+        corners << (corners.isEmpty() ? step : corners.last() + step);
+    }
+    return corners;
 }
 
 } // namespace
@@ -143,6 +160,41 @@ private slots:
         QVERIFY2(std::abs(number(facts[3]) - 8.0) < 0.1, facts[3].constData());
         QVERIFY2(facts[4].endsWith(" mm median"), facts[4].constData());
         QVERIFY2(std::abs(number(facts[4]) - 5.0) < 0.1, facts[4].constData());
+    }
+
+    // The same section, turned: aligned, both lines of the picture lie on each other.
+    void aligned() {
+        const FreshFolder folder;
+        const QByteArray table = section(81);
+        put_file("a.dat", table);
+        QByteArray turned = "turned\n";
+        for (const QByteArray& row : table.split('\n').mid(1, 81)) {
+            const double x = row.split(' ')[0].toDouble();
+            const double y = row.split(' ')[1].toDouble();
+            turned += QByteArray::number(0.992 * x - 0.126 * y, 'f', 7) + ' ' +
+                      QByteArray::number(0.126 * x + 0.992 * y, 'f', 7) + '\n';
+        }
+        put_file("b.dat", turned);
+        QCOMPARE(run({"compare", "a.dat", "b.dat", "--align", "--report", "page.html"}).code, 0);
+        const QByteArray page = file_bytes("page.html");
+        const QPolygonF reference = corners_of(page, "t");
+        const QPolygonF line = corners_of(page, "s");
+        QCOMPARE(line.size(), reference.size());
+        QVERIFY(reference.size() > 40);
+        for (qsizetype i = 0; i < line.size(); ++i) {
+            const QPointF off = line[i] - reference[i];
+            QVERIFY2(std::hypot(off.x(), off.y()) < 30.0, QByteArray::number(i).constData());
+        }
+    }
+
+    // Otherwise each section stays where it is, whatever its nose.
+    void not_aligned() {
+        const FreshFolder folder;
+        put_file("a.dat", section(81));
+        put_file("b.dat", section(81, 0.3));
+        QCOMPARE(run({"compare", "a.dat", "b.dat", "--report", "page.html"}).code, 0);
+        const QByteArray page = file_bytes("page.html");
+        QCOMPARE(corners_of(page, "s").constFirst(), corners_of(page, "t").constFirst());
     }
 
     void names() {

@@ -1,9 +1,12 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // PDF files: bytes that stay the same, pages, refusals.
+#include "drawings/paint_p.h"
 #include "drawings/pdf.h"
 #include "ribs.h"
 #include "support/testmain.h"
 
+#include <QImage>
+#include <QPainter>
 #include <QRegularExpression>
 #include <QThread>
 
@@ -48,6 +51,8 @@ private slots:
     void sheets();
     void empty_sheets();
     void too_large();
+    void curves_data();
+    void curves();
     void off_the_main_thread();
 };
 
@@ -130,6 +135,34 @@ void tst_drawings_pdf::too_large() {
     const PdfResult many = pdf(full_rib(100000.0), {}, Tiling::a4);
     QVERIFY(many.bytes.isEmpty());
     QVERIFY2(many.reason.contains(QLatin1String("the most are 2000")), qPrintable(many.reason));
+}
+
+void tst_drawings_pdf::curves_data() {
+    QTest::addColumn<int>("degree");
+    QTest::addColumn<int>("height"); // of the curve at its middle
+    QTest::newRow("line") << 1 << 0;
+    QTest::newRow("quadratic") << 2 << 40;
+    QTest::newRow("cubic") << 3 << 60;
+}
+
+// A painted curve passes where a Bezier curve of its degree has its middle.
+void tst_drawings_pdf::curves() {
+    QFETCH(int, degree);
+    QFETCH(int, height);
+    QImage image(100, 100, QImage::Format_Grayscale8);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    Segment segment;
+    segment.degree = degree;
+    segment.controls[0] = degree == 2 ? QPointF(50.0, 80.0) : QPointF(10.0, 80.0);
+    segment.controls[1] = QPointF(90.0, 80.0);
+    segment.end = QPointF(90.0, 0.0);
+    Scene scene;
+    scene.draw(Look{"#000000", 4.0, {}, false}, Path{QPointF(10.0, 0.0), {segment}, false});
+    paint(painter, scene, QFont());
+    painter.end();
+    for (const int y : {0, 40, 60})
+        QCOMPARE(qGray(image.pixel(50, y)) < 128, y == height);
 }
 
 void tst_drawings_pdf::off_the_main_thread() {

@@ -224,6 +224,10 @@ void tst_drawings_picture::openings() {
     QVERIFY(std::abs(marks[1].centre.x() - box.left() - 0.08 * box.width()) < 1e-3 * box.width());
     for (const Circle& mark : marks)
         QVERIFY(mark.centre.y() < box.center().y());
+    const std::vector<Element> ends = elements_of<Circle>(scene, "#000000");
+    QCOMPARE(ends.size(), std::size_t(2));
+    QCOMPARE(std::get<Circle>(ends[1].shape).centre - std::get<Circle>(ends[0].shape).centre,
+             QPointF(8.0, 0.0));
     const QStringList strings = strings_of(scene);
     QVERIFY(strings.contains(QStringLiteral("r, table, intake from 2 to 8 %")));
     QVERIFY(strings.contains(QStringLiteral("start and end of the intake")));
@@ -412,8 +416,12 @@ void tst_drawings_picture::curvature_of_a_circle() {
     int teeth = 0;
     for (const Element& element : elements_of<Path>(plot.content, "#0000ff")) {
         const Path& path = std::get<Path>(element.shape);
-        if (path.segments.size() != 1)
+        if (path.segments.size() != 1) {
+            // The line over the tips has each of them once.
+            for (std::size_t i = 0; i + 1 < path.segments.size(); ++i)
+                QVERIFY(path.segments[i].end != path.segments[i + 1].end);
             continue;
+        }
         ++teeth;
         const QPointF tip = path.segments[0].end - QPointF(0.5, 0.0);
         QVERIFY(std::abs(std::hypot(tip.x(), tip.y()) - 0.54) < 0.002);
