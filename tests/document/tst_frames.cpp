@@ -179,6 +179,7 @@ void tst_frames::pinning_data() {
     QTest::addColumn<bool>("moves");
     QTest::newRow("there") << 10 << QPointF(1.0, 0.0) << false;
     QTest::newRow("within the tolerance") << 10 << QPointF(1.0, 0.9e-5) << false;
+    QTest::newRow("at the tolerance") << 10 << QPointF(1.0, 1e-5) << false;
     QTest::newRow("beyond the tolerance") << 10 << QPointF(1.0, 1.1e-5) << true;
     QTest::newRow("elsewhere") << 10 << QPointF(7.0, -3.0) << true;
     QTest::newRow("no points") << 0 << QPointF(7.0, -3.0) << false;
