@@ -160,7 +160,10 @@ std::string report_refusal(const Options& options, const std::vector<std::string
             return label + " exists; use --force to replace it";
     }
     std::error_code error;
-    const bool makes_folder = !options.folder.empty();
+    // Only folders inside --dir are created.
+    const bool makes_folder =
+        !options.folder.empty() &&
+        is_same_or_below(place, fs::path(places.place_of(options.folder + "/x")).parent_path());
     if (!makes_folder && !fs::is_directory(fs::path(place).parent_path(), error))
         return label + ": there is no such folder";
     return {};

@@ -233,6 +233,7 @@ private slots:
         row({"check", "a.dat", "--report", "folder"}, "is a folder");
         row({"check", "a.dat", "--report", "new/"}, "is a folder");
         row({"check", "a.dat", "--report", "new/page.html"}, "there is no such folder");
+        row({"fit", "a.dat", "-d", "x", "--report", "new/page.html"}, "there is no such folder");
         row({"check", "a.dat", "-f"}, "--force needs --report");
         row({"fit", "a.dat", "-o", "x", "--report", "x"}, "is also another output");
         row({"fit", "a.dat", "-o", "x", "--report", "./folder/../x"}, "is also another output");
