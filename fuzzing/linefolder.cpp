@@ -23,12 +23,18 @@ QByteArray bytes_of(const fs::path& path) {
     return bytes;
 }
 
-// The words that follow the options with these names.
+// The values of these options: the words behind their names, and the rest of a word that begins
+// with their letter.
 Words values_of(const Words& words, const Words& options) {
     Words values;
-    for (std::size_t i = 1; i < words.size(); ++i) {
-        if (std::find(options.begin(), options.end(), words[i - 1]) != options.end())
-            values.push_back(words[i]);
+    for (const std::string& option : options) {
+        const std::string letter = {'-', option[2]};
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            if (i > 0 && words[i - 1] == option)
+                values.push_back(words[i]);
+            if (words[i].size() > 2 && words[i].compare(0, 2, letter) == 0)
+                values.push_back(words[i].substr(2));
+        }
     }
     return values;
 }
