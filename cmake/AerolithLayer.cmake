@@ -23,7 +23,7 @@ function(aerolith_layer name)
     file(CREATE_LINK "${CMAKE_CURRENT_SOURCE_DIR}" "${folder}" SYMBOLIC)
   endif()
 
-  add_library(aerolith_${name} ${arg_SOURCES})
+  add_library(aerolith_${name} ${AEROLITH_LAYERS} ${arg_SOURCES})
   target_include_directories(aerolith_${name} PUBLIC "${view}")
   target_link_libraries(aerolith_${name} PUBLIC ${arg_LINKS} PRIVATE aerolith_flags)
   if(name STREQUAL numerics)

@@ -95,7 +95,7 @@ class Tree:
         head = subprocess.check_output(["git", "rev-parse", "HEAD"], cwd=SOURCES, text=True).strip()
         self.need("git", "checkout", "--quiet", "--force", "--detach", head)
         self.need("cmake", "--preset", "release", "-DAEROLITH_BUILD_TESTS=ON",
-                  "-DAEROLITH_WERROR=ON", "-DBUILD_SHARED_LIBS=ON",
+                  "-DAEROLITH_WERROR=ON", "-DAEROLITH_LAYERS=SHARED",
                   "-DCMAKE_DISABLE_PRECOMPILE_HEADERS=ON", "-DCMAKE_LINK_DEPENDS_NO_SHARED=ON",
                   f"-DCMAKE_CXX_COMPILER_LAUNCHER={shutil.which('ccache') or ''}")
         if not self.build():
