@@ -30,7 +30,7 @@
 
 namespace {
 
-// In seconds, even with sanitizers.
+// Seconds. One fit takes up to 20 under the sanitizers, and more on a busy machine.
 constexpr int patience = 400;
 
 struct Line {

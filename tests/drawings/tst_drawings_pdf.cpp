@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// PDF files: bytes that stay the same, pages, refusals.
+// PDF files: bytes that stay the same, pages, painted curves, refusals.
 #include "drawings/paint_p.h"
 #include "drawings/pdf.h"
 #include "ribs.h"
