@@ -1,11 +1,10 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Any bytes as a spline file: read, painted, edited in every way and written again.
 #include "document/openfile.h"
+#include "document/splinebytes.h"
 #include "editor/editspline.h"
 #include "fuzzing/fuzzing.h"
 
-#include <QDataStream>
-#include <QIODevice>
 #include <QtEndian>
 
 #include <functional>
@@ -13,14 +12,6 @@
 namespace {
 
 constexpr qsizetype size_without_name = 4 + 3400;
-
-QByteArray written(const ParaStruct& record) {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_4_6);
-    stream << record;
-    return bytes;
-}
 
 // Whether the bytes are a complete file as the writer makes it, neither short nor foreign.
 bool is_whole_file(const QByteArray& bytes) {
@@ -93,13 +84,11 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     const MemoryFile file(bytes);
     REQUIRE(files.ReadParaStream(file.name()) == 1);
     const SplineFoil read = editor.p->spline;
-    const QByteArray again = written(*editor.p);
+    const QByteArray again = spline_bytes(*editor.p);
     REQUIRE(!is_whole_file(bytes) || again == bytes);
     ParaStruct other;
-    QDataStream stream(again);
-    stream.setVersion(QDataStream::Qt_4_6);
-    stream >> other;
-    REQUIRE(written(other) == again);
+    read_spline_bytes(again, other);
+    REQUIRE(spline_bytes(other) == again);
 
     editor.repaint_opened_spline();
     paint(&editor);

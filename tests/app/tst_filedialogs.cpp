@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The file dialogs themselves, and the menu entry that opens a template.
 #include "app/mainwindow.h"
+#include "baseline/splinebytes.h"
 #include "editor/editspline.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -144,7 +145,7 @@ void tst_filedialogs::template_is_opened() {
     SHOW(window);
     window.symetriclButton->click();
     settle(window);
-    const QByteArray spline = spline_file_bytes(window.p->spline);
+    const QByteArray spline = baseline::spline_bytes(window.p->spline);
 
     const PaintCount paints(window.spline_widget, [&window] {
         return !window.p->baseAirfoil.isEmpty() && !window.tableEdit->toPlainText().isEmpty();
@@ -159,7 +160,7 @@ void tst_filedialogs::template_is_opened() {
     QCOMPARE(window.tableEdit->toPlainText(), header + table_row(1, 0) + table_row(0.5, 0.0625) +
                                                   table_row(0, 0) + table_row(0.5, -0.0625) +
                                                   table_row(1, 0));
-    QCOMPARE(spline_file_bytes(window.p->spline), spline);
+    QCOMPARE(baseline::spline_bytes(window.p->spline), spline);
 }
 
 // A table in percent that begins off the chord line.
@@ -202,7 +203,7 @@ void tst_filedialogs::cancelled_template_changes_nothing() {
     window.p->baseAirfoilName = QStringLiteral("before");
     window.Write_BaseTable(outline);
     const QString table = window.tableEdit->toPlainText();
-    const QByteArray spline = spline_file_bytes(window.p->spline);
+    const QByteArray spline = baseline::spline_bytes(window.p->spline);
 
     ModalGuard guard;
     window.actionOpen_backround_template->trigger();
@@ -210,7 +211,7 @@ void tst_filedialogs::cancelled_template_changes_nothing() {
     COMPARE_POLYGON_BITS(window.p->baseAirfoil, outline);
     QCOMPARE(window.p->baseAirfoilName, QStringLiteral("before"));
     QCOMPARE(window.tableEdit->toPlainText(), table);
-    QCOMPARE(spline_file_bytes(window.p->spline), spline);
+    QCOMPARE(baseline::spline_bytes(window.p->spline), spline);
 }
 
 AEROLITH_TEST_MAIN(tst_filedialogs)

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The menu entry that opens a spline, driven through its dialog.
 #include "app/mainwindow.h"
+#include "baseline/splinebytes.h"
 #include "editor/editspline.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -43,7 +44,7 @@ constexpr int whole_size = 3404;
 
 /// The document's spline as the bytes of a file.
 QByteArray state_of(const MainWindow& window) {
-    return spline_file_bytes(window.p->spline);
+    return baseline::spline_bytes(window.p->spline);
 }
 
 /// Accepts a name in the dialog and does something before the call returns.
@@ -91,7 +92,7 @@ void tst_fileflows::spline_is_opened() {
     window.p->spline.startVent = 12.5;
     window.p->spline.airfoilName = QStringLiteral("/stored/path.spl");
     const SplineFoil drawn = window.p->spline;
-    QVERIFY(make_file(name, spline_file_bytes(drawn)));
+    QVERIFY(make_file(name, baseline::spline_bytes(drawn)));
     window.p->baseAirfoil = QPolygonF(QList<QPointF>{{1.0, 0.0}, {0.5, 0.5}});
 
     ModalGuard guard({ModalGuard::choose_file(name)});
@@ -112,14 +113,14 @@ void tst_fileflows::spline_is_opened() {
 void tst_fileflows::spline_is_kept_to_the_last_bit() {
     const QString name = folder.filePath(QStringLiteral("distinct.spl"));
     const SplineFoil spline = distinct_spline();
-    QVERIFY(make_file(name, spline_file_bytes(spline)));
+    QVERIFY(make_file(name, baseline::spline_bytes(spline)));
     // Nothing paints on a hidden window, so the record stays as it was read.
     MainWindow window;
     window.p->spline.b_multi_knot[7] = 4;
     ModalGuard guard({ModalGuard::choose_file(name)});
     window.actionOpen_foil_spline->trigger();
     QCOMPARE(guard.count(), 1);
-    QCOMPARE(state_of(window).toHex(), spline_file_bytes(spline).toHex());
+    QCOMPARE(state_of(window).toHex(), baseline::spline_bytes(spline).toHex());
     QCOMPARE(window.p->spline.b_multi_knot[7], 4);
     QCOMPARE(window.spline_widget->spline_poly.size(), 999);
 }
@@ -207,7 +208,7 @@ void tst_fileflows::name_decides() {
 
     const QString name = folder.filePath(file);
     QVERIFY(QDir().mkpath(QFileInfo(name).path()));
-    QVERIFY(make_file(name, spline_file_bytes(distinct_spline())));
+    QVERIFY(make_file(name, baseline::spline_bytes(distinct_spline())));
     MainWindow window;
     ModalGuard guard({ModalGuard::choose_file(name)});
     window.actionOpen_foil_spline->trigger();
@@ -248,7 +249,7 @@ void tst_fileflows::file_that_vanishes_is_reported() {
 
     const QString name = folder.filePath(file);
     QVERIFY(QDir().mkpath(QFileInfo(name).path()));
-    QVERIFY(make_file(name, spline_file_bytes(distinct_spline())));
+    QVERIFY(make_file(name, baseline::spline_bytes(distinct_spline())));
     MainWindow window;
     SHOW(window);
     const QSignalSpy opened(&window, &MainWindow::to_repaint_opened_spline);
@@ -297,7 +298,7 @@ void tst_fileflows::short_file() {
 
     SplineFoil spline = distinct_spline();
     spline.airfoilName = QString();
-    const QByteArray whole = spline_file_bytes(spline);
+    const QByteArray whole = baseline::spline_bytes(spline);
     QCOMPARE(whole.size(), whole_size);
     const QString name = folder.filePath(QStringLiteral("short.spl"));
     QVERIFY(make_file(name, whole.left(size)));

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The opening fields: what is typed into them, when it is stored, how it is shown.
 #include "app/mainwindow.h"
+#include "baseline/splinebytes.h"
 #include "editor/editspline.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -306,7 +307,7 @@ void tst_openings::field_stores_once_for_one_edit() {
 void tst_openings::opened_spline_leaves_the_fields() {
     const QTemporaryDir folder;
     const QString name = folder.filePath(QStringLiteral("section.spl"));
-    QVERIFY(make_file(name, spline_file_bytes(distinct_spline())));
+    QVERIFY(make_file(name, baseline::spline_bytes(distinct_spline())));
     MainWindow window;
     SHOW(window);
 

@@ -1,6 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The menu entries that save files, driven through their dialogs.
 #include "app/mainwindow.h"
+#include "baseline/splinebytes.h"
+#include "editor/editormodel.h"
 #include "editor/editspline.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
@@ -39,30 +41,11 @@ private:
 namespace {
 
 /// The table of the editor's curve, computed independently of the program.
-QString expected_table(const MainWindow& window, const QString& name) {
-    const EditSpline& editor = *window.spline_widget;
+QByteArray expected_table(const EditSpline& editor, const QString& name) {
     QPolygonF curve;
-    for (const QPointF& point : editor.spline_poly) {
+    for (const QPointF& point : editor.spline_poly)
         curve.append({(point.x() - editor.xc) / editor.L_T, -(point.y() - editor.yc) / editor.L_T});
-    }
-    double sum = 0.0;
-    for (int i = 0; i + 1 < curve.size(); ++i)
-        sum += curve.at(i).x() * curve.at(i + 1).y() - curve.at(i).y() * curve.at(i + 1).x();
-
-    QList<int> indices;
-    if (sum > 0.0) {
-        for (int i = 1; i < curve.size(); i += 9)
-            indices.append(i);
-    } else {
-        for (int i = int(curve.size()) - 1; i > 0; i -= 9)
-            indices.append(i);
-    }
-    QString text = name + QStringLiteral(" \t\n") + table_row(1, 0);
-    for (const int i : std::as_const(indices)) {
-        if (curve.at(i).x() < 0.99999)
-            text += table_row(curve.at(i).x(), curve.at(i).y());
-    }
-    return text + table_row(1, 0) + QLatin1Char(' ');
+    return model_table(name, curve);
 }
 
 } // namespace
@@ -94,7 +77,7 @@ void tst_saveflows::spline_bytes() {
     window.actionSave_as_spline_file->trigger();
     QCOMPARE(guard.count(), 1);
     QCOMPARE(window.p->spline.airfoilName, name);
-    QCOMPARE(file_bytes(name).toHex(), spline_file_bytes(expected).toHex());
+    QCOMPARE(file_bytes(name).toHex(), baseline::spline_bytes(expected).toHex());
     QVERIFY(!QFile::exists(name + QStringLiteral(".spl")));
     QVERIFY(QFile::remove(name));
 }
@@ -127,11 +110,11 @@ void tst_saveflows::empty_spline() {
 void tst_saveflows::cancelled_spline() {
     MainWindow window;
     window.p->spline = distinct_spline();
-    const QByteArray before = spline_file_bytes(window.p->spline);
+    const QByteArray before = baseline::spline_bytes(window.p->spline);
     ModalGuard guard;
     window.actionSave_as_spline_file->trigger();
     QCOMPARE(guard.count(), 1);
-    QCOMPARE(spline_file_bytes(window.p->spline).toHex(), before.toHex());
+    QCOMPARE(baseline::spline_bytes(window.p->spline).toHex(), before.toHex());
 }
 
 void tst_saveflows::just_save_without_a_name() {
@@ -218,10 +201,9 @@ void tst_saveflows::table_bytes() {
     ModalGuard guard({ModalGuard::choose_file(name), ModalGuard::press(QMessageBox::Yes)});
     window.actionSave_as_table->trigger();
     QCOMPARE(guard.count(), 2);
-    const QString expected = expected_table(window, name);
-    QVERIFY(expected.count(QLatin1Char('\n')) > 80);
-    QCOMPARE(QString::fromUtf8(file_bytes(name)).split(QLatin1Char('\n')),
-             expected.split(QLatin1Char('\n')));
+    const QByteArray expected = expected_table(*window.spline_widget, name);
+    QVERIFY(expected.count('\n') > 80);
+    QCOMPARE(file_bytes(name).split('\n'), expected.split('\n'));
     QVERIFY(window.p->spline.airfoilName.isEmpty());
     QVERIFY(QFile::remove(name));
 }
@@ -258,13 +240,13 @@ void tst_saveflows::cancelled_table() {
     SHOW(window);
     window.symetriclButton->click();
     settle(window);
-    const QByteArray before = spline_file_bytes(window.p->spline);
+    const QByteArray before = baseline::spline_bytes(window.p->spline);
     ModalGuard guard;
     window.actionSave_as_table->trigger();
     QCoreApplication::processEvents();
     QCOMPARE(guard.count(), 1);
     QCOMPARE(guard.seen().class_name, QStringLiteral("QFileDialog"));
-    QCOMPARE(spline_file_bytes(window.p->spline).toHex(), before.toHex());
+    QCOMPARE(baseline::spline_bytes(window.p->spline).toHex(), before.toHex());
 }
 
 void tst_saveflows::table_that_cannot_be_written_is_told_data() {

@@ -7,7 +7,6 @@
 #include <QFile>
 #include <QPaintEvent>
 
-#include <cstring>
 #include <utility>
 
 void renew_document() {
@@ -48,42 +47,6 @@ QString RecordingTranslator::translate(const char* context, const char* source,
     if (bracketed != context)
         return QString();
     return QLatin1Char('[') + QString::fromUtf8(source) + QLatin1Char(']');
-}
-
-namespace {
-
-void put_big_endian(QByteArray* bytes, quint64 value, int size) {
-    for (int shift = 8 * (size - 1); shift >= 0; shift -= 8)
-        bytes->append(char((value >> shift) & 0xFF));
-}
-
-void put_double(QByteArray* bytes, double value) {
-    quint64 bits = 0;
-    std::memcpy(&bits, &value, sizeof bits);
-    put_big_endian(bytes, bits, 8);
-}
-
-} // namespace
-
-QByteArray spline_file_bytes(const SplineFoil& spline) {
-    QByteArray bytes;
-    const QString& name = spline.airfoilName;
-    put_big_endian(&bytes, name.isNull() ? 0xFFFFFFFFU : quint64(2 * name.size()), 4);
-    for (const QChar c : name)
-        put_big_endian(&bytes, c.unicode(), 2);
-    for (const int value : {spline.num_pnt, spline.num_knt, spline.degree, spline.order})
-        put_big_endian(&bytes, quint32(value), 4);
-    for (const double knot : spline.b_knots)
-        put_double(&bytes, knot);
-    for (int i = 0; i < 30; ++i) {
-        for (const QPointF point : {spline.CP[i], spline.rd_CP[i]}) {
-            put_double(&bytes, point.x());
-            put_double(&bytes, point.y());
-        }
-    }
-    for (const double value : {spline.startVent, spline.endVent, spline.L_T_S})
-        put_double(&bytes, value);
-    return bytes;
 }
 
 QString table_row(double x, double y) {

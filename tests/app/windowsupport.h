@@ -65,9 +65,6 @@ private:
     QByteArray bracketed;
 };
 
-/// The bytes of a spline file, composed number by number.
-QByteArray spline_file_bytes(const SplineFoil& spline);
-
 /// One row of a coordinate table.
 QString table_row(double x, double y);
 

@@ -51,6 +51,16 @@ ParaStruct filled_record(int seed) {
     return record;
 }
 
+ParaStruct nothing_read(const ParaStruct& before) {
+    ParaStruct record = before;
+    record.spline = SplineFoil();
+    record.spline.degree = 0;
+    record.spline.order = 0;
+    std::copy(std::begin(before.spline.b_multi_knot), std::end(before.spline.b_multi_knot),
+              std::begin(record.spline.b_multi_knot));
+    return record;
+}
+
 QString different_member(const SplineFoil& a, const SplineFoil& b) {
     if (a.airfoilName != b.airfoilName || a.airfoilName.isNull() != b.airfoilName.isNull())
         return QStringLiteral("airfoilName");

@@ -12,6 +12,10 @@ SplineFoil filled_spline(int seed);
 /// A document of that kind.
 ParaStruct filled_record(int seed);
 
+/// @p before after reading nothing: the items of its spline that are stored are 0, and everything
+/// else is kept.
+ParaStruct nothing_read(const ParaStruct& before);
+
 /// A spline with uniform knots whose control points zigzag from left to right. The count is stored
 /// as it is; there are at most 30 points.
 SplineFoil zigzag(int count);

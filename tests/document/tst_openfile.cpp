@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // Reading and writing of spline files.
+#include "baseline/splinebytes.h"
 #include "document/openfile.h"
 #include "filledrecords.h"
-#include "splinebytes.h"
 #include "support/exactcompare.h"
 #include "support/modalguard.h"
 #include "support/testmain.h"
@@ -33,17 +33,6 @@ void write_bytes(const QString& name, const QByteArray& bytes) {
 QByteArray bytes_of(const QString& name) {
     QFile file(name);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// The record when nothing could be read: the stored items are 0.
-ParaStruct nothing_read(const ParaStruct& before) {
-    ParaStruct record = before;
-    record.spline = SplineFoil();
-    record.spline.degree = 0;
-    record.spline.order = 0;
-    std::copy(std::begin(before.spline.b_multi_knot), std::end(before.spline.b_multi_knot),
-              std::begin(record.spline.b_multi_knot));
-    return record;
 }
 
 // The multiplicities are not stored, so a loaded spline keeps those it had.
@@ -151,7 +140,7 @@ void tst_openfile::write_then_read() {
     QCOMPARE(document->spline.airfoilName, path);
     const QByteArray bytes = bytes_of(path);
     QCOMPARE(int(bytes.size()), 3404 + 2 * int(path.size()));
-    QVERIFY(bytes == spline_bytes(document->spline));
+    QVERIFY(bytes == baseline::spline_bytes(document->spline));
 
     const ParaStruct before = filled_record(2);
     *document = before;
@@ -171,7 +160,7 @@ void tst_openfile::write_the_document() {
     files.p = &first;
     files.outdata = &second;
     QCOMPARE(files.WriteParaStream(name), 1);
-    QVERIFY(bytes_of(name) == spline_bytes(first.spline));
+    QVERIFY(bytes_of(name) == baseline::spline_bytes(first.spline));
     QCOMPARE(different_member(first, filled_record(1)), QString());
     QCOMPARE(different_member(second, filled_record(2)), QString());
 
@@ -185,7 +174,7 @@ void tst_openfile::write_shorter_over_longer() {
     write_bytes(name, QByteArray(100000, 'x'));
     myOpenFile files;
     QCOMPARE(files.WriteParaStream(name), 1);
-    QVERIFY(bytes_of(name) == spline_bytes(SplineFoil()));
+    QVERIFY(bytes_of(name) == baseline::spline_bytes(SplineFoil()));
 }
 
 void tst_openfile::write_refused_data() {
@@ -231,7 +220,7 @@ void tst_openfile::write_through_link() {
     QCOMPARE(files.WriteParaStream(link), 1);
     QVERIFY(QFileInfo(link).isSymLink());
     QVERIFY(!QFileInfo(target).isSymLink());
-    QVERIFY(bytes_of(target) == spline_bytes(SplineFoil()));
+    QVERIFY(bytes_of(target) == baseline::spline_bytes(SplineFoil()));
 }
 
 void tst_openfile::read_empty_name() {
@@ -271,7 +260,7 @@ void tst_openfile::read_missing() {
 
 void tst_openfile::read_short_data() {
     QTest::addColumn<QByteArray>("bytes");
-    const QByteArray whole = spline_bytes(filled_spline(1));
+    const QByteArray whole = baseline::spline_bytes(filled_spline(1));
     QTest::newRow("empty") << QByteArray();
     QTest::newRow("in-name") << whole.left(20);
     QTest::newRow("in-counts") << whole.left(whole.size() - 3390);
@@ -316,7 +305,7 @@ bool make_unreadable(const QString& kind, const QString& name) {
         return QDir().mkpath(name);
     if (kind == QLatin1String("pipe"))
         return mkfifo(QFile::encodeName(name).constData(), 0600) == 0;
-    write_bytes(name, spline_bytes(filled_spline(1)));
+    write_bytes(name, baseline::spline_bytes(filled_spline(1)));
     return QFile::setPermissions(name, QFile::Permissions());
 }
 
@@ -346,7 +335,7 @@ void tst_openfile::read_unreadable() {
 // The record that was read is copied to the document as a whole.
 void tst_openfile::read_into_another_record() {
     const QString name = folder.filePath(QStringLiteral("other.spl"));
-    write_bytes(name, spline_bytes(filled_spline(3)));
+    write_bytes(name, baseline::spline_bytes(filled_spline(3)));
     ParaStruct document = filled_record(1);
     ParaStruct target = filled_record(2);
     myOpenFile files;
@@ -384,7 +373,7 @@ void tst_openfile::read_through_link() {
     ModalGuard guard;
     QCOMPARE(files.ReadParaStream(link), 0);
     QCOMPARE(guard.seen().text, link + missing_text);
-    write_bytes(target, spline_bytes(filled_spline(1)));
+    write_bytes(target, baseline::spline_bytes(filled_spline(1)));
     QCOMPARE(files.ReadParaStream(link), 1);
     QCOMPARE(guard.count(), 1);
     QCOMPARE(GetDataStruct()->spline.airfoilName, filled_spline(1).airfoilName);
@@ -392,7 +381,7 @@ void tst_openfile::read_through_link() {
 
 void tst_openfile::read_longer() {
     const QString name = folder.filePath(QStringLiteral("longer.spl"));
-    write_bytes(name, spline_bytes(filled_spline(1)) + QByteArray(1000000, 'x'));
+    write_bytes(name, baseline::spline_bytes(filled_spline(1)) + QByteArray(1000000, 'x'));
     myOpenFile files;
     QCOMPARE(files.ReadParaStream(name), 1);
     QCOMPARE(different_member(GetDataStruct()->spline, loaded(filled_spline(1), SplineFoil())),

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The bytes of spline files: written, read, truncated and hostile.
-#include "document/parastruct.h"
+#include "baseline/splinebytes.h"
+#include "document/splinebytes.h"
 #include "filledrecords.h"
-#include "splinebytes.h"
 #include "support/exactcompare.h"
 #include "support/testmain.h"
 
@@ -26,20 +26,6 @@ double from_bits(quint64 bits) {
     return value;
 }
 
-QByteArray written(const ParaStruct& record) {
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_4_6);
-    stream << record;
-    return bytes;
-}
-
-void read(const QByteArray& bytes, ParaStruct& record) {
-    QDataStream stream(bytes);
-    stream.setVersion(QDataStream::Qt_4_6);
-    stream >> record;
-}
-
 QString differing_byte(const QByteArray& actual, const QByteArray& expected) {
     if (actual.size() != expected.size())
         return QStringLiteral("%1 bytes, not %2").arg(actual.size()).arg(expected.size());
@@ -50,17 +36,6 @@ QString differing_byte(const QByteArray& actual, const QByteArray& expected) {
                 .arg(int(uchar(actual[i])), 2, 16)
                 .arg(int(uchar(expected[i])), 2, 16);
     return {};
-}
-
-// A record after reading nothing: the spline's stored items are 0, everything else is kept.
-ParaStruct with_empty_spline(const ParaStruct& before) {
-    ParaStruct record = before;
-    record.spline = SplineFoil();
-    record.spline.degree = 0;
-    record.spline.order = 0;
-    std::copy(std::begin(before.spline.b_multi_knot), std::end(before.spline.b_multi_knot),
-              std::begin(record.spline.b_multi_knot));
-    return record;
 }
 
 } // namespace
@@ -110,7 +85,7 @@ void tst_splinestream::bytes_by_hand() {
     record.spline.startVent = 10.0;
     record.spline.endVent = 20.0;
     record.spline.L_T_S = 30.0;
-    const QByteArray bytes = written(record);
+    const QByteArray bytes = spline_bytes(record);
     QCOMPARE(int(bytes.size()), 3404 + 20);
     QCOMPARE(bytes.left(24).toHex(), QByteArray("00000014"
                                                 "002f0074006d0070002f0061002e00730070006c"));
@@ -123,7 +98,7 @@ void tst_splinestream::bytes_by_hand() {
     QCOMPARE(bytes.right(24).toHex(), QByteArray("4024000000000000"
                                                  "4034000000000000"
                                                  "403e000000000000"));
-    QCOMPARE(differing_byte(bytes, spline_bytes(record.spline)), QString());
+    QCOMPARE(differing_byte(bytes, baseline::spline_bytes(record.spline)), QString());
 }
 
 void tst_splinestream::bytes_of_names_data() {
@@ -148,7 +123,7 @@ void tst_splinestream::bytes_of_names() {
     QFETCH(QByteArray, hex);
     ParaStruct record;
     record.spline.airfoilName = name;
-    const QByteArray bytes = written(record);
+    const QByteArray bytes = spline_bytes(record);
     QCOMPARE(bytes.left(bytes.size() - 3400).toHex(), hex);
     QCOMPARE(int(bytes.size()), 3404 + 2 * int(name.size()));
 }
@@ -172,7 +147,7 @@ void tst_splinestream::bytes_of_integers() {
     for (int i = 0; i < 4; ++i) {
         ParaStruct record;
         record.spline.*members[i] = value;
-        QCOMPARE(written(record).mid(4 + 4 * i, 4).toHex(), hex);
+        QCOMPARE(spline_bytes(record).mid(4 + 4 * i, 4).toHex(), hex);
     }
 }
 
@@ -197,13 +172,13 @@ void tst_splinestream::bytes_of_numbers() {
     QFETCH(quint64, bits);
     const double value = from_bits(bits);
     QByteArray eight;
-    put_bytes(eight, bits, 8);
+    baseline::put_bytes(eight, bits, 8);
     for (int place = 0; place < 423; ++place) {
-        QByteArray bytes = spline_bytes(SplineFoil());
+        QByteArray bytes = baseline::spline_bytes(SplineFoil());
         bytes.replace(20 + 8 * place, 8, eight);
         ParaStruct record;
-        read(bytes, record);
-        QCOMPARE(differing_byte(written(record), bytes), QString());
+        read_spline_bytes(bytes, record);
+        QCOMPARE(differing_byte(spline_bytes(record), bytes), QString());
         const SplineFoil& spline = record.spline;
         double there = 0.0;
         if (place < 300) {
@@ -223,27 +198,29 @@ void tst_splinestream::bytes_of_numbers() {
 
 void tst_splinestream::bytes_of_empty_spline() {
     ParaStruct record;
-    QCOMPARE(int(written(record).size()), 3404);
+    QCOMPARE(int(spline_bytes(record).size()), 3404);
     record.spline.airfoilName = QStringLiteral("/somewhere/of/a/person/a.spl");
     record.spline.init_knots();
-    QCOMPARE(int(written(record).size()), 3404 + 2 * 28);
-    QCOMPARE(differing_byte(written(record), spline_bytes(record.spline)), QString());
+    QCOMPARE(int(spline_bytes(record).size()), 3404 + 2 * 28);
+    QCOMPARE(differing_byte(spline_bytes(record), baseline::spline_bytes(record.spline)),
+             QString());
 }
 
 void tst_splinestream::bytes_of_filled_spline() {
     for (int seed = 1; seed < 6; ++seed) {
         const ParaStruct record = filled_record(seed);
-        QCOMPARE(differing_byte(written(record), spline_bytes(record.spline)), QString());
+        QCOMPARE(differing_byte(spline_bytes(record), baseline::spline_bytes(record.spline)),
+                 QString());
         ParaStruct other = filled_record(seed + 1);
         other.spline = record.spline;
-        QCOMPARE(differing_byte(written(other), written(record)), QString());
+        QCOMPARE(differing_byte(spline_bytes(other), spline_bytes(record)), QString());
     }
 }
 
 void tst_splinestream::read_by_hand() {
     const SplineFoil source = filled_spline(1);
     ParaStruct record;
-    read(spline_bytes(source), record);
+    read_spline_bytes(baseline::spline_bytes(source), record);
     SplineFoil expected = source;
     std::fill(std::begin(expected.b_multi_knot), std::end(expected.b_multi_knot), 0);
     QCOMPARE(different_member(record.spline, expected), QString());
@@ -252,7 +229,7 @@ void tst_splinestream::read_by_hand() {
 void tst_splinestream::read_keeps_the_rest() {
     const ParaStruct before = filled_record(2);
     ParaStruct record = before;
-    read(spline_bytes(filled_spline(1)), record);
+    read_spline_bytes(baseline::spline_bytes(filled_spline(1)), record);
     ParaStruct expected = before;
     expected.spline = filled_spline(1);
     std::copy(std::begin(before.spline.b_multi_knot), std::end(before.spline.b_multi_knot),
@@ -268,7 +245,8 @@ void tst_splinestream::read_names() {
     QFETCH(QString, name);
     QFETCH(QByteArray, hex);
     ParaStruct record = filled_record(1);
-    read(QByteArray::fromHex(hex) + spline_bytes(filled_spline(2)).right(3400), record);
+    read_spline_bytes(
+        QByteArray::fromHex(hex) + baseline::spline_bytes(filled_spline(2)).right(3400), record);
     QCOMPARE(record.spline.airfoilName, name);
     QCOMPARE(record.spline.airfoilName.isNull(), name.isNull());
     QCOMPARE(record.spline.num_pnt, 9);
@@ -289,7 +267,7 @@ void tst_splinestream::read_numbers() {
     source.CP[2].setX(value);
     source.b_knots[4] = value;
     ParaStruct record;
-    read(spline_bytes(source), record);
+    read_spline_bytes(baseline::spline_bytes(source), record);
     COMPARE_BITS(record.spline.CP[2].x(), value);
     COMPARE_BITS(record.spline.b_knots[4], value);
     QCOMPARE(int(record.spline.make_SplinePoly().size()), 999);
@@ -318,9 +296,9 @@ void tst_splinestream::read_raw_counts() {
     source.num_knt = knots;
     source.degree = degree;
     source.order = least_int;
-    const QByteArray bytes = spline_bytes(source);
+    const QByteArray bytes = baseline::spline_bytes(source);
     ParaStruct record;
-    read(bytes, record);
+    read_spline_bytes(bytes, record);
     SplineFoil& spline = record.spline;
     QCOMPARE(spline.num_pnt, points);
     QCOMPARE(spline.num_knt, knots);
@@ -331,11 +309,12 @@ void tst_splinestream::read_raw_counts() {
     const bool curve = points > 0 && degree >= 0 && degree <= 5;
     QCOMPARE(spline.has_curve(), curve);
     QCOMPARE(int(spline.make_SplinePoly().size()), curve ? 999 : 0);
-    QCOMPARE(differing_byte(written(record), bytes), QString());
+    QCOMPARE(differing_byte(spline_bytes(record), bytes), QString());
 }
 
 void tst_splinestream::read_two_in_a_row() {
-    const QByteArray bytes = spline_bytes(filled_spline(1)) + spline_bytes(filled_spline(2)) + "x";
+    const QByteArray bytes =
+        baseline::spline_bytes(filled_spline(1)) + baseline::spline_bytes(filled_spline(2)) + "x";
     QDataStream stream(bytes);
     stream.setVersion(QDataStream::Qt_4_6);
     ParaStruct first;
@@ -356,7 +335,7 @@ void tst_splinestream::read_two_in_a_row() {
 void tst_splinestream::read_short_at_every_byte() {
     SplineFoil source = filled_spline(1);
     source.airfoilName = QStringLiteral("name.spl");
-    const QByteArray bytes = spline_bytes(source);
+    const QByteArray bytes = baseline::spline_bytes(source);
     const int name_end = 4 + 16;
     for (int length = 0; length < bytes.size(); ++length) {
         ParaStruct record = filled_record(2);
@@ -377,7 +356,7 @@ void tst_splinestream::read_short_at_every_byte() {
         const QByteArray zeros(3400, '\0');
         const QByteArray expected = (whole_items + zeros).left((name_there ? name_end : 4) + 3400);
         record.spline.airfoilName = name_there ? record.spline.airfoilName : QStringLiteral("");
-        const QString difference = differing_byte(written(record), expected);
+        const QString difference = differing_byte(spline_bytes(record), expected);
         QVERIFY2(difference.isEmpty(),
                  qPrintable(QStringLiteral("cut at %1: %2").arg(length).arg(difference)));
     }
@@ -404,14 +383,14 @@ void tst_splinestream::read_odd_name_lengths() {
     QFETCH(quint32, length);
     QFETCH(bool, goes_on);
     QByteArray bytes;
-    put_bytes(bytes, length, 4);
-    bytes += spline_bytes(filled_spline(1)).right(3400);
+    baseline::put_bytes(bytes, length, 4);
+    bytes += baseline::spline_bytes(filled_spline(1)).right(3400);
     const ParaStruct before = filled_record(2);
     ParaStruct record = before;
-    read(bytes, record);
+    read_spline_bytes(bytes, record);
     QVERIFY(record.spline.airfoilName.isEmpty());
     record.spline.airfoilName.clear();
-    ParaStruct expected = with_empty_spline(before);
+    ParaStruct expected = nothing_read(before);
     if (goes_on) {
         const SplineFoil kept = expected.spline;
         expected.spline = filled_spline(1);
@@ -439,7 +418,7 @@ void tst_splinestream::read_foreign() {
     QFETCH(QByteArray, bytes);
     const ParaStruct before = filled_record(1);
     ParaStruct record = before;
-    read(bytes, record);
+    read_spline_bytes(bytes, record);
     QVERIFY(record.spline.point_count() <= MAXNUMPOINTS);
     const qsizetype samples = record.spline.make_SplinePoly().size();
     QVERIFY(samples == 0 || samples == 999);

@@ -3,10 +3,10 @@
 #include "hostile/monkey.h"
 
 #include "airfoil/airfoil.h"
+#include "document/splinebytes.h"
 
 #include <QApplication>
 #include <QContextMenuEvent>
-#include <QDataStream>
 #include <QFile>
 #include <QFileDialog>
 #include <QKeyEvent>
@@ -44,16 +44,6 @@ void write(const QString& name, const QByteArray& bytes) {
     QFile file(name);
     if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
         qFatal("cannot write the files of the test");
-}
-
-QByteArray spline_bytes(const SplineFoil& spline) {
-    ParaStruct record;
-    record.spline = spline;
-    QByteArray bytes;
-    QDataStream stream(&bytes, QIODevice::WriteOnly);
-    stream.setVersion(QDataStream::Qt_4_6);
-    stream << record;
-    return bytes;
 }
 
 bool is_modal_child(const QWidget* widget) {
@@ -114,7 +104,8 @@ auto Monkey::any_of(const List& list) {
 
 void Monkey::make_files() {
     for (int i = 0; i < 40; ++i) {
-        SplineFoil spline;
+        ParaStruct para;
+        SplineFoil& spline = para.spline;
         spline.airfoilName = QString(below(300), u'\u00e4');
         spline.num_pnt = one_in(6) ? int(random()) : below(MAXNUMPOINTS + 2);
         spline.init_knots();
@@ -126,7 +117,7 @@ void Monkey::make_files() {
         spline.degree = one_in(6) ? int(random()) : one_in(4) ? below(7) - 1 : spline.degree;
         spline.startVent = one_in(3) ? any_of(odd_numbers) : below(100);
         spline.endVent = one_in(3) ? any_of(odd_numbers) : below(100);
-        QByteArray bytes = spline_bytes(spline);
+        QByteArray bytes = spline_bytes(para);
         if (one_in(8))
             bytes.truncate(below(int(bytes.size())));
         for (int k = one_in(4) ? below(100) : 0; k > 0 && !bytes.isEmpty(); --k)
