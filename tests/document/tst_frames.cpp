@@ -54,6 +54,7 @@ private slots:
     void view_there_and_back();
     void chord_units_of_any_drawing_data();
     void chord_units_of_any_drawing();
+    void chord_units_of_a_small_drawing_far_away();
     void splines_without_a_place_data();
     void splines_without_a_place();
     void scaling_to_the_chord_data();
@@ -125,6 +126,17 @@ void tst_frames::chord_units_of_any_drawing() {
     QVERIFY(spline->CP[3].y() < -0.07);
     QCOMPARE(spline->startVent, 1.1);
     QCOMPARE(spline->endVent, 4.25);
+    QCOMPARE(spline->CP[spline->point_count()], QPointF());
+}
+
+// Scaled by the width of an empty range, it would be too small to be scaled again.
+void tst_frames::chord_units_of_a_small_drawing_far_away() {
+    SplineFoil drawn = section();
+    for (int i = 0; i < drawn.point_count(); ++i)
+        drawn.CP[i] = 0.01 * drawn.CP[i] + QPointF(50000.0, 0.0);
+    const std::optional<SplineFoil> spline = in_chord_units(drawn);
+    QVERIFY(spline);
+    QVERIFY(std::abs(width_of(spline->make_SplinePoly()) - 1.0) < 1e-12);
 }
 
 void tst_frames::splines_without_a_place_data() {
