@@ -6,6 +6,8 @@
 #include "support/testmain.h"
 
 #include <QDir>
+#include <QImage>
+#include <QPainter>
 #include <QTest>
 
 class tst_editspline_paint : public QObject {
@@ -21,6 +23,7 @@ private slots:
     void layers_in_order();
     void one_pixel_pens_data();
     void one_pixel_pens();
+    void outlines_of_points();
     void fonts();
     void captured_window();
     void status_lines_data();
@@ -247,6 +250,26 @@ void tst_editspline_paint::one_pixel_pens() {
     QVERIFY(polyline > 0);
     QVERIFY(!all.at(polyline).pen.isCosmetic());
     COMPARE_BITS(all.at(polyline).view.m11(), zoom);
+}
+
+// The points are outlined with the painter's pen.
+void tst_editspline_paint::outlines_of_points() {
+    TestEditor editor;
+    editor.p->baseAirfoil = sample_template(60);
+    for (const Qt::GlobalColor colour : {Qt::green, Qt::green, Qt::green, Qt::magenta, Qt::black}) {
+        QImage image(usual_size, QImage::Format_ARGB32_Premultiplied);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        painter.setPen(QPen(QBrush(colour), 1.0));
+        editor.Paint_BackgroundPoly(&painter);
+        painter.end();
+        const QPointF place = editor.model().to_pixels(editor.p->baseAirfoil.at(20));
+        bool outlined = false;
+        for (int dx = 2; dx <= 4; ++dx)
+            outlined =
+                outlined || image.pixelColor(place.toPoint() + QPoint(dx, 0)) == QColor(colour);
+        QVERIFY(outlined);
+    }
 }
 
 void tst_editspline_paint::fonts() {
