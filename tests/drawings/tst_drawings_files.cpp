@@ -61,6 +61,18 @@ QList<QByteArray> entities(const QList<Group>& groups) {
     return kinds;
 }
 
+QList<int> codes_of(const QList<Group>& groups, const QByteArray& entry) {
+    QList<int> codes;
+    bool inside = false;
+    for (const Group& group : groups) {
+        if (group.code == 0)
+            inside = group.value == entry;
+        else if (inside)
+            codes += group.code;
+    }
+    return codes;
+}
+
 } // namespace
 
 class tst_drawings_files : public QObject {
@@ -191,6 +203,9 @@ void tst_drawings_files::dxf_structure() {
     QCOMPARE(value_after(groups, "$EXTMIN", 20), QByteArray("-20"));
     QCOMPARE(value_after(groups, "$EXTMAX", 10), QByteArray("110.5"));
     QCOMPARE(value_after(groups, "$EXTMAX", 20), QByteArray("80.25"));
+    // R12 has no defaults for the items of its tables.
+    QCOMPARE(codes_of(groups, "LTYPE"), QList<int>({2, 70, 3, 72, 73, 40}));
+    QCOMPARE(codes_of(groups, "STYLE"), QList<int>({2, 70, 40, 41, 50, 71, 42, 3, 4}));
     const QList<QByteArray> expected = {"POLYLINE", "SEQEND", "POLYLINE", "SEQEND", "LINE",
                                         "CIRCLE",   "POINT",  "TEXT",     "ENDSEC", "EOF"};
     QCOMPARE(entities(groups), expected);
