@@ -151,3 +151,12 @@ void SavingTest::cleanup() {
     set_mode(dir->path(), 0700);
     dir.reset();
 }
+
+QString SavingTest::make_links(const QStringList& targets) const {
+    QString name;
+    for (qsizetype i = 0; i < targets.size(); ++i) {
+        name = path(QStringLiteral("link%1").arg(i));
+        soft_link(QString(targets[i]).replace(QStringLiteral("%1"), dir->path()), name);
+    }
+    return name;
+}

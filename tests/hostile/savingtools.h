@@ -54,5 +54,8 @@ protected slots:
 protected:
     QString path(const QString& name) const { return dir->path() + QChar(u'/') + name; }
 
+    /// Makes link0, link1... to @p targets, in which %1 is the folder. @return the last one's path
+    QString make_links(const QStringList& targets) const;
+
     std::unique_ptr<QTemporaryDir> dir;
 };
