@@ -16,11 +16,19 @@ class Page(HTMLParser):
     def __init__(self):
         super().__init__()
         self.targets = []
-        self.headings = 0
+        self.texts = {"title": [], "h1": []}
+        self.tag = ""
 
     def handle_starttag(self, tag, attrs):
         self.targets += [value for name, value in attrs if name in ("href", "src")]
-        self.headings += tag == "h1"
+        self.tag = tag
+
+    def handle_endtag(self, tag):
+        self.tag = ""
+
+    def handle_data(self, data):
+        if self.tag in self.texts:
+            self.texts[self.tag].append(data)
 
 
 names = re.search(r"set\(documents ([^)]*)\)", INSTALL).group(1).split()
@@ -33,8 +41,9 @@ for name in names:
     links += len(page.targets)
     problems += [f"{name}.html leads to {target}, which is not installed"
                  for target in page.targets if target not in installed]
-    if page.headings != 1:
-        problems.append(f"{name}.html has {page.headings} titles")
+    titles, headings = page.texts.values()
+    if len(headings) != 1 or titles != [f"Aerolith: {headings[0]}"]:
+        problems.append(f"{name}.html has the titles {titles} and the headings {headings}")
 if links < 20:
     problems.append(f"only {links} links were found")
 print("\n".join(problems) or f"{len(names)} pages, {links} links")
