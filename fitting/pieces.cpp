@@ -1,5 +1,5 @@
 // SPDX-FileCopyrightText: Aerolith developers
-#include "fitting/pieces.h"
+#include "fitting/pieces_p.h"
 
 #include <Eigen/SVD>
 

@@ -1,7 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
 #include "fitting/search_p.h"
 
-#include "fitting/pieces.h"
+#include "fitting/pieces_p.h"
 
 #include <algorithm>
 #include <cmath>

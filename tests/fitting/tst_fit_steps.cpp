@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: Aerolith developers
 // The parts of a fit: the curve, the outline, a step of the search.
-#include "fitting/pieces.h"
+#include "fitting/pieces_p.h"
 #include "fitting/problem.h"
 #include "fitting/search_p.h"
 #include "fitting/smoothness_p.h"
