@@ -82,7 +82,9 @@ std::string manual_page() {
                 "\" \" [\" option \"]...\"\n.br\n";
     page += ".B aerolith\\-cli \\-\\-help\n.br\n.B aerolith\\-cli \\-\\-version\n"
             ".SH DESCRIPTION\n"
-            "Works on coordinate tables of wing sections and on the splines of\n.BR aerolith (1).\n"
+            "Works on coordinate tables of wing sections (Selig, Lednicer, CSV, paragliding\n"
+            "profiles) and on the splines of\n.BR aerolith (1).\n"
+            "Draws the ribs of ram\\-air wings and parafoils.\n"
             "It takes one file or a hundred thousand and needs no display.\n"
             "A file is either read correctly or refused, with the line and the reason.\n"
             ".PP\n"
@@ -107,7 +109,7 @@ std::string manual_page() {
     }
     page +=
         ".SH \"EXIT STATUS\"\n"
-        ".TP\n.B 0\nAll well.\n"
+        ".TP\n.B 0\nSuccess.\n"
         ".TP\n.B 1\nA file is doubtful, bad or unreadable, an output could not be written, or a\n"
         "tolerance was missed. With check \\-\\-strict also: a file needs converting.\n"
         ".TP\n.B 2\nWrong usage; nothing was written.\n"

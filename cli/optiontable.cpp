@@ -29,7 +29,7 @@ const std::vector<Option>& option_table() {
          &Options::tolerance, 1e-12, 1e6},
         {"tolerance", 0, "T", "fractions of the chord", "",
          "Use as few control points as keep every point of the table within T of the spline; "
-         "behind the first 20 % of the chord 2 T is allowed",
+         "beyond the first 20 % of the chord, 2 T is allowed",
          "fit", &Options::tolerance, 1e-12, 1e6},
 
         {"points", 0, "N", "", "", "Use N control points", "fit", &Options::points, 4, 30},

@@ -163,7 +163,7 @@ const Verb verb_fit = {
     "FILE...",
     "Fits a spline to each table and writes it to a file. By default it uses as few control points "
     "as keep every point of the table within 4e-4 of the chord over the first 20 % of the chord "
-    "and within 8e-4 behind; --points, --tolerance and --best change this. Prints how far the "
+    "and within 8e-4 beyond that; --points, --tolerance and --best change this. Prints how far the "
     "points of the table lie from the written spline, as the window shows both: the largest "
     "distance and where it is, the root mean square, the largest distance on each side, and the "
     "number of points outside the tolerance.",

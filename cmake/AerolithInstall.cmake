@@ -74,7 +74,7 @@ set(pages)
 foreach(document IN LISTS documents)
   set(page "${PROJECT_BINARY_DIR}/share/${document}.html")
   add_custom_command(OUTPUT "${page}"
-    COMMAND sh -c "{ cat \"$1\" && \"$0\" -e table \"$2\" | sed -E 's/(href=\"[a-z-]+)\\.md\"/\\1.html\"/g' && echo '</body></html>'; } > \"$3\""
+    COMMAND sh -c "{ sed \"s/<title>Aerolith/&: $(sed -n '1s/^# //p' \"$2\")/\" \"$1\" && \"$0\" -e table \"$2\" | sed -E 's/(href=\"[a-z-]+)\\.md\"/\\1.html\"/g' && echo '</body></html>'; } > \"$3\""
       "${CMARK_PROGRAM}" "${PROJECT_SOURCE_DIR}/share/page_head.html"
       "${PROJECT_SOURCE_DIR}/docs/${document}.md" "${page}"
     DEPENDS "${PROJECT_SOURCE_DIR}/docs/${document}.md"
@@ -95,15 +95,15 @@ set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(CPACK_DEBIAN_WINDOW_DESCRIPTION "draw wing sections as splines over coordinate tables
 Aerolith shows a table of airfoil coordinates as a template, over which a
 quadratic B-spline is drawn with the mouse. Thickness and crests are shown
-at every step, and two stations mark the air intake of a ram-air wing.
+as you draw, and two stations mark the air intake of a ram-air wing.
 Splines are saved in a format of their own and as coordinate tables.")
 set(CPACK_DEBIAN_COMPANION_DESCRIPTION "check, convert, fit, measure and draw wing sections
 aerolith-cli works on coordinate tables of wing sections and on splines, one
-file or a hundred thousand, without a display. It tells what each file is and
-converts it, lays splines over tables, measures and compares sections, and
+file or a hundred thousand, without a display. It identifies and
+converts files, fits splines to tables, measures and compares sections, and
 draws pictures, and the ribs of ram-air wings at full size.
 .
-The documents of both programs and sample sections are in this package, too.")
+This package also contains the documentation of both programs and sample sections.")
 set(CPACK_STRIP_FILES ON)
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_COMPONENTS_ALL window companion)

@@ -98,6 +98,7 @@ class Road(unittest.TestCase):
         sample = str(SOURCES / "samples/symmetric.spl")
         for verb, *more in (["check"], ["convert", "-d", "out"],
                             ["convert", "-d", "out", "-f", "--to", "spl"],
+                            ["fit", "-d", "out", "-f", "--points", "8"],
                             ["measure", "--at", "0,20,100", "--chord", "2850"],
                             ["compare", "--align", "--tolerance", "0.001", sample],
                             ["draw", "-o", "picture.svg", "--deviation"]):
