@@ -16,8 +16,10 @@ The last coefficient of the thickness is -0.1036, which closes the trailing edge
 
 import math
 import pathlib
-import struct
 import sys
+
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "docs"))
+import spline_file  # noqa: E402
 
 STATIONS = 61
 
@@ -94,19 +96,9 @@ def decimal_commas(title, digits):
 
 
 def spline(name, points, openings=(0.0, 0.0)):
-    """A spline file with control points in the pixels of an editor of 1024 x 768:
-    leading edge at (102, 383), chord of 819 pixels."""
-    degree = 2
-    knots = len(points) + degree + 1
-    title = name.encode("utf-16-be")
-    data = struct.pack(">I", len(title)) + title
-    data += struct.pack(">4i", len(points), knots, degree, degree + 1)
-    for i in range(300):
-        data += struct.pack(">d", i / (knots - 1) if i < knots else 0.0)
-    for i in range(30):
-        x, y = points[i] if i < len(points) else (0.0, 0.0)
-        data += struct.pack(">4d", x, y, 0.0, 0.0)
-    return data + struct.pack(">3d", *openings, 0.0)
+    """A spline file with control points in the pixels of an editor of 1024 x 768."""
+    knots = spline_file.uniform_knots(len(points))
+    return spline_file.encode(spline_file.Spline(points, knots, openings, name))
 
 
 def symmetric():

@@ -69,7 +69,7 @@ double f_value(int n, int M, double* An, double* Bn, int k);
 /// Angle of sample @p i of @p n, from 0 through Pi at n / 2 to 2 Pi: wide steps at the ends and
 /// narrow ones around Pi, the nose of a contour that starts at the trailing edge. Pi sqrt(sin(i Pi
 /// / n)) up to n / 2, from there on Pi (2 - sqrt(sin((n - i) Pi / n))).
-/// @return NaN where the sine is negative (for @p i outside 0 .. @p n) and for n = 0
+/// @return NaN where the sine is negative (such as for @p i in -@p n .. -1) and for n = 0
 double f_theta(int i, int n);
 /// @}
 

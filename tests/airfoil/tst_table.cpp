@@ -139,15 +139,13 @@ void tst_table::every_ninth() {
     QFETCH(bool, positive);
     const QPolygonF poly = curve(positive);
     QString expected;
-    int count = 0;
     if (positive) {
-        for (int j = 1; j <= 991; j += 9, ++count)
+        for (int j = 1; j <= 991; j += 9)
             expected += row(poly[j].x(), poly[j].y());
     } else {
-        for (int j = 998; j >= 8; j -= 9, ++count)
+        for (int j = 998; j >= 8; j -= 9)
             expected += row(poly[j].x(), poly[j].y());
     }
-    QCOMPARE(count, 111);
     QCOMPARE(inner_rows(poly, 9), expected);
 }
 

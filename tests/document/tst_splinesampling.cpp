@@ -128,14 +128,11 @@ void tst_splinesampling::parameter_is_accumulated() {
     const QPolygonF curve = line.make_SplinePoly();
     QCOMPARE(int(curve.size()), 999);
     double u = 0.001;
-    int not_a_multiple = 0;
     for (int i = 0; i < 999; ++i) {
         const double weight = (1.0 - u) + u;
         COMPARE_BITS(curve[i].x(), u / weight);
-        not_a_multiple += !same_bits(u, (i + 1) * 0.001);
         u += 1.0 / 1000.0;
     }
-    QVERIFY(not_a_multiple > 500);
 }
 
 void tst_splinesampling::one_point_everywhere() {
