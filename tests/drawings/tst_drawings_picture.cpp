@@ -104,6 +104,8 @@ private slots:
     void odd_sections_data();
     void odd_sections();
     void deviation();
+    void farthest_in_the_legend_data();
+    void farthest_in_the_legend();
     void deviation_of_a_fit();
     void far_apart();
     void curvature();
@@ -231,6 +233,13 @@ void tst_drawings_picture::openings() {
     const QStringList strings = strings_of(scene);
     QVERIFY(strings.contains(QStringLiteral("r, table, intake from 2 to 8 %")));
     QVERIFY(strings.contains(QStringLiteral("start and end of the intake")));
+    // The entries of the legend begin one below the other.
+    std::set<double> starts;
+    for (const Text& text : texts_of(scene)) {
+        if (text.text.contains(QLatin1String("intake")))
+            starts.insert(text.at.x());
+    }
+    QCOMPARE(starts.size(), std::size_t(1));
     QVERIFY(!strings_of(*picture({thin_table(QStringLiteral("r"))}).scene)
                  .contains(QStringLiteral("start and end of the intake")));
 }
@@ -331,6 +340,29 @@ void tst_drawings_picture::deviation() {
                  qPrintable(QString::number(distances[0].distance)));
         QCOMPARE(distances[0].upper, std::abs(wanted) > 0.0025);
     }
+}
+
+void tst_drawings_picture::farthest_in_the_legend_data() {
+    QTest::addColumn<double>("bottom");
+    QTest::addColumn<QString>("distance");
+    QTest::newRow("none") << -0.125 << "0 chord outside at 0.0 % of the upper";
+    QTest::newRow("two digits") << -0.12623 << "0.0012 chord outside at 100.0 % of the lower";
+    QTest::newRow("inside") << -0.123 << "0.002 chord inside at 100.0 % of the lower";
+}
+
+void tst_drawings_picture::farthest_in_the_legend() {
+    QFETCH(double, bottom);
+    QFETCH(QString, distance);
+    std::vector<Pictured> all;
+    for (const double height : {-0.125, bottom})
+        all.push_back(
+            pictured(polygon_section({{1.0, 0.125}, {0.0, 0.125}, {0.0, height}, {1.0, height}}),
+                     QStringLiteral("b")));
+    PictureOptions options;
+    options.deviation = true;
+    const QString text = QStringLiteral("b, table, farthest ") + distance + QStringLiteral(" side");
+    const QStringList strings = strings_of(*picture(all, options).scene);
+    QVERIFY2(strings.contains(text), qPrintable(strings.join(u' ')));
 }
 
 // The result of compare() for the same sections.

@@ -10,6 +10,7 @@
 #include <QRandomGenerator>
 
 #include <cmath>
+#include <set>
 
 using namespace drawings;
 using sections::norm;
@@ -101,6 +102,7 @@ private slots:
     void grain();
     void text_data();
     void text();
+    void heights_of_text();
     void mirror();
     void both_orders_data();
     void both_orders();
@@ -467,20 +469,32 @@ void tst_drawings_rib::scale_bar() {
     QCOMPARE(text_of(scene)->text, QStringLiteral("100 mm"));
 }
 
+void tst_drawings_rib::heights_of_text() {
+    std::set<double> heights;
+    RibOptions options = options_with(0.0);
+    options.text = QStringLiteral("R7");
+    for (options.chord = 40.0; options.chord < 1000.0; options.chord += 5.0) {
+        const Text line = *text_of(*rib(sample(), options).scene);
+        if (line.at.y() > 0.0) // inside
+            heights.insert(line.height);
+    }
+    QCOMPARE(heights, std::set<double>({2.5, 3.0, 4.0, 5.0, 6.0, 8.0, 10.0, 12.0, 15.0}));
+}
+
 void tst_drawings_rib::filled_data() {
     QTest::addColumn<QString>("pattern");
     QTest::addColumn<QString>("expected");
     QTest::newRow("none") << "Rib"
                           << "Rib";
     QTest::newRow("all") << "{name} {chord} {n}/4"
-                         << "a{n} 2850.5 3/4";
+                         << "a{n} 2850.123 3/4";
     QTest::newRow("unknown") << "{other} {"
                              << "{other} {";
 }
 
 void tst_drawings_rib::filled() {
     QFETCH(QString, pattern);
-    QTEST(filled_text(pattern, QStringLiteral("a{n}"), 2850.5, 3), "expected");
+    QTEST(filled_text(pattern, QStringLiteral("a{n}"), 2850.12345, 3), "expected");
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_drawings_rib)

@@ -28,6 +28,7 @@ class tst_drawings_scene : public QObject {
 private slots:
     void flattening_data();
     void flattening();
+    void cubics_as_fine_as_parabolas();
     void flattened_ends();
     void bezier_points();
     void boxes();
@@ -62,6 +63,15 @@ void tst_drawings_scene::flattening() {
     }
     QVERIFY2(farthest <= flatness, qPrintable(QString::number(farthest)));
     QVERIFY2(farthest > flatness / 4.0, qPrintable(QString::number(farthest)));
+}
+
+void tst_drawings_scene::cubics_as_fine_as_parabolas() {
+    const QPointF end(100.0, 0.0);
+    const QPointF middle(30.0, 120.0);
+    const Segment parabola = {2, {middle, {}}, end};
+    const Segment cubic = {3, {middle * 2.0 / 3.0, (2.0 * middle + end) / 3.0}, end};
+    QCOMPARE(flattened({{0.0, 0.0}, {cubic}, false}, 0.0101).size(),
+             flattened({{0.0, 0.0}, {parabola}, false}, 0.0101).size());
 }
 
 void tst_drawings_scene::flattened_ends() {
