@@ -80,6 +80,12 @@ void tst_arrange::sides_data() {
     QTest::newRow("flat") << flat << true << true << 2;
     QTest::newRow("flat, backwards") << backwards(flat) << true << true << 3;
     QTest::newRow("single skin") << single_skin << true << false << 2;
+    for (const double scale : {0.001, 1.0, 1000.0}) {
+        const QPolygonF thin = {{scale, 0.0}, {0.0, 0.9e-9 * scale}, {0.0, 0.0}, {scale, 0.0}};
+        const QPolygonF thicker = {{scale, 0.0}, {0.0, 1.1e-9 * scale}, {0.0, 0.0}, {scale, 0.0}};
+        QTest::addRow("thin at %g", scale) << thin << true << true << 1;
+        QTest::addRow("thicker at %g", scale) << thicker << true << false << 1;
+    }
     QTest::newRow("none") << QPolygonF() << true << true << -1;
     // More rows below, but those above are higher on average.
     QTest::newRow("unequal spacing")

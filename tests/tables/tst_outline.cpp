@@ -102,6 +102,11 @@ void tst_outline::faults() {
         QCOMPARE(found->gravity, Gravity::error);
         QVERIFY(found->line > 0);
     }
+    for (const double scale : {0.001, 1000.0}) {
+        const auto scaled =
+            fault_of(outline_of(each(points, [=](QPointF p) { return scale * p; })));
+        QCOMPARE(scaled.has_value(), found.has_value());
+    }
 }
 
 void tst_outline::kinds_data() {

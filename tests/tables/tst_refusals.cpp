@@ -57,6 +57,8 @@ void tst_refusals::refused_data() {
         "-180 0 0.01\n-120 0.3 1.2\n-90 0 1.3\n-30 -0.8 0.3\n0 0.1 0.01\n30 0.9 0.3\n90 0 1.3\n"
         "120 -0.3 1.2\n180 0 0.01\n",
         1, "expected");
+    row("mean line with counts", "MEAN LINE\n6. 6.\n0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n", 3,
+        "mean line");
     row("mean line", "MEAN LINE\n0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n", 2, "mean line");
     row("half and something else",
         "0 0\n.1 .05\n.5 .06\n1 0\nx\n0 5 9\n.1 -.03 8\n.5 -.02 8\n1 0 9\n", 6, "both sides");
