@@ -44,8 +44,6 @@ std::optional<Reading> read_pairs(const Question& question) {
     // Either side may have fewer rows than the other.
     Reading reading;
     Sheet first = question.sheet;
-    first.remove_column(3);
-    first.remove_column(2);
     Sheet second = question.sheet;
     second.remove_column(0);
     second.remove_column(0);

@@ -221,9 +221,11 @@ void tst_curves::nose_of_a_thin_table_is_no_corner() {
         points << QPointF(0.0, 0.0);
         for (qsizetype i = points.size() - 2; i >= 0; --i)
             points << QPointF(points[i].x(), -points[i].y());
-        const CurveResult result = table_curve(points);
-        QCOMPARE(result.corners, 0);
-        QCOMPARE(result.straight_edges, 0);
+        for (const double shift : {0.0, -100.0}) {
+            const CurveResult result = table_curve(points.translated(shift, shift));
+            QCOMPARE(result.corners, 0);
+            QCOMPARE(result.straight_edges, 0);
+        }
     }
 }
 

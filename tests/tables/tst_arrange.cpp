@@ -142,14 +142,17 @@ void tst_arrange::gap() {
     QPolygonF open = section;
     open.first() = QPointF(1.0, 0.02);
     open.last() = QPointF(0.98, -0.01);
-    const Table closed = tables::with_closed_gap(table_of(open));
+    Table table = table_of(open);
+    table.openings = Openings{20.0, 50.0}; // on rows of the lower side
+    const Table closed = tables::with_closed_gap(table);
     COMPARE_BITS(closed.points.first(), QPointF(0.99, 0.005));
     COMPARE_BITS(closed.points.last(), QPointF(0.99, 0.005));
     COMPARE_BITS(closed.points[3], QPointF(0.0, 0.0));
     COMPARE_NEAR(closed.points[1].x(), 0.5 - 0.01 * 0.5, 1e-15);
     COMPARE_NEAR(closed.points[1].y(), 0.1 - 0.015 * 0.5, 1e-15);
     COMPARE_NEAR(closed.points[5].y(), -0.045 + 0.015 * 0.5 / 0.98, 1e-15);
-    QCOMPARE(closed.findings.size(), 1);
+    COMPARE_NEAR(closed.openings->end, 100.0 * closed.points[5].x() / 0.99, 1e-12);
+    QCOMPARE(closed.findings.size(), 2);
 }
 
 void tst_arrange::normalizing_data() {

@@ -28,6 +28,8 @@ private slots:
     void titles_data();
     void titles();
     void combined_table_counts();
+    void bare_decimal_commas();
+    void words_far_above();
     void slip_is_a_doubt();
     void nose_at_the_right_is_a_doubt();
 };
@@ -120,6 +122,18 @@ void tst_oddities::titles() {
     QFETCH(const QByteArray, above);
     QFETCH(const QString, title);
     QCOMPARE(read(above + plain).title, title);
+}
+
+void tst_oddities::bare_decimal_commas() {
+    const QByteArray text = "1 0\n.5 .06\n.1 .05\n0 0\n.1 .01\n.5 .01\n1 0\n";
+    QVERIFY(read(text).readable());
+    QCOMPARE(read(QByteArray(text).replace('.', ',')).points, read(text).points);
+}
+
+// The words that tell a mean line from a half are those of the last 1000 characters.
+void tst_oddities::words_far_above() {
+    const QByteArray half = "0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n";
+    QVERIFY(read("MEAN LINE\n" + QByteArray(990, 'z') + '\n' + half).readable());
 }
 
 // Tables of thickness and of the mean line are not outlines; the combined table is.

@@ -60,6 +60,10 @@ void tst_outline::faults_data() {
 
     QTest::newRow("section") << plain << "";
     QTest::newRow("reversed") << reversed(plain) << "";
+    const Points long_chord = each(plain, [](QPointF p) { return 10.0 * p; });
+    QTest::newRow("ends a tenth short") << changed(long_chord, 0, {9, 0.1}) << "";
+    QTest::newRow("ends shorter") << changed(long_chord, 0, {8.99, 0.1})
+                                  << "a side ends at x = 8.99";
     QTest::newRow("higher trailing edge")
         << each(plain, [](QPointF p) { return QPointF(p.x(), p.y() + 0.3 * p.x()); }) << "";
     Points circle;
@@ -102,7 +106,7 @@ void tst_outline::faults() {
         QCOMPARE(found->gravity, Gravity::error);
         QVERIFY(found->line > 0);
     }
-    for (const double scale : {0.001, 1000.0}) {
+    for (const double scale : {1.0 / 1024.0, 1024.0}) {
         const auto scaled =
             fault_of(outline_of(each(points, [=](QPointF p) { return scale * p; })));
         QCOMPARE(scaled.has_value(), found.has_value());
