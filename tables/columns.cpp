@@ -37,8 +37,7 @@ bool is_constant(const Sheet& sheet, int column) {
 // A numbering that could just as well be stations in percent or per mille.
 bool could_be_stations(const Sheet& sheet, int column) {
     const Range range = range_of(sheet, column);
-    return sheet.columns() > 2 && range.least == 0.0 &&
-           (range.greatest == 100.0 || range.greatest == 1000.0);
+    return range.least == 0.0 && (range.greatest == 100.0 || range.greatest == 1000.0);
 }
 
 void add_choices(Choice choice, std::vector<Choice>& choices) {
