@@ -57,12 +57,13 @@ void tst_refusals::refused_data() {
         "-180 0 0.01\n-120 0.3 1.2\n-90 0 1.3\n-30 -0.8 0.3\n0 0.1 0.01\n30 0.9 0.3\n90 0 1.3\n"
         "120 -0.3 1.2\n180 0 0.01\n",
         1, "expected");
-    row("mean line with counts", "MEAN LINE\n6. 6.\n\n0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n", 4,
-        "mean line");
+    row("mean line with counts", "MEAN LINE\n6. 6.\n\n0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n",
+        4, "mean line");
     const QByteArray half = "0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n";
     row("mean line 1000 characters above", "MEAN LINE\n" + QByteArray(989, 'z') + '\n' + half, 3,
         "mean line");
     const QByteArray stretch = "0.2 0.3\n0.3 0.3\n0.4 0.3\n0.5 0.3\n0.6 0.3\n0.7 0.3\n\n";
+    row("one side behind other rows", stretch + half, 8, "x runs up, down, up");
     row("section behind 63 stretches", stretch.repeated(63) + plain, 442, "like a section");
     row("section behind 64 stretches", stretch.repeated(64) + plain, 8, "x runs up, down, up");
     row("mean line", "MEAN LINE\n0 0\n.1 .01\n.3 .02\n.5 .02\n.8 .01\n1 0\n", 2, "mean line");
