@@ -20,8 +20,8 @@ if(AEROLITH_SANITIZE)
   if(AEROLITH_HAS_LLD)
     add_link_options(-fuse-ld=lld)
   endif()
-  # Release builds of Qt's headers drop their own index checks.
-  add_compile_definitions(QT_FORCE_ASSERTS)
+  # Release builds of the headers of Qt and of the standard library drop their index checks.
+  add_compile_definitions(QT_FORCE_ASSERTS _GLIBCXX_ASSERTIONS)
 endif()
 
 if(AEROLITH_BUILD_FUZZERS)
