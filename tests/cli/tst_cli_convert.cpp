@@ -183,6 +183,7 @@ private slots:
         const QByteArray csv =
             converted(plain_table(), {"--to", "csv", "--openings", "9.1234567890123", "20"}).out;
         QVERIFY2(csv.contains(openings + "9.1234567890123 20\n"), csv.constData());
+        QCOMPARE(converted(plain_table(), {"--to", "csv", "--openings", "9", "9"}).code, 0);
         const QByteArray spline = converted(sample("symmetric.spl"),
                                             {"--to", "spl", "--openings", "9.1234567890123", "20"})
                                       .out;

@@ -171,6 +171,16 @@ private slots:
         QCOMPARE(given.figures["openings"_L1].toArray(), QJsonArray({3.125, 7.1}));
     }
 
+    // Two layouts fit these rows: one side, or a flat lower side.
+    void chosen_layout() {
+        const FreshFolder folder;
+        const QByteArray table = file_bytes(SAMPLES "/../docs/old/column-of-zeros.dat");
+        QVERIFY(fitted(table, {}).run.err.contains("chosen by --layout"));
+        for (const char* const layout : {"half", "columns"})
+            QCOMPARE(fitted(table, {"--layout", layout}).figures["layout"_L1].toString(),
+                     QLatin1String(layout));
+    }
+
     void name_in_the_file() {
         const FreshFolder folder;
         QCOMPARE(fitted(section(), {}).spline.airfoilName, u"a"_s);
