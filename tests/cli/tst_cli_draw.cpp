@@ -257,6 +257,7 @@ void tst_cli_draw::deviation() {
     QCOMPARE(distance.value(QStringLiteral("path")).toString(), QStringLiteral("a.dat"));
 
     QCOMPARE(draw({"a.dat", "-o", "r.svg", "--deviation"}).code, 2);
+    QCOMPARE(draw({"a.dat", "-o", "r.svg", "--size", "120x40", "--nose", "--curvature"}).code, 1);
     put_file("bad.dat", "nothing");
     const CliRun bad = draw({"bad.dat", "a.dat", "b.dat", "-o", "r.svg", "--deviation"});
     QCOMPARE(bad.code, 1);

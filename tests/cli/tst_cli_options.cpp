@@ -249,6 +249,9 @@ private slots:
                 QVERIFY2(!line.endsWith(' '), line.constData());
             }
         }
+        // On a narrow terminal an explanation is below its option.
+        const QByteArray help = run_cli({"check", "--help"}, {}, set_width).out;
+        QCOMPARE(help.contains("  -h, --help\n"), width < 60);
         QVERIFY(run_cli({}).out.count('\n') <= 24);
     }
 

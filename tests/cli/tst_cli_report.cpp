@@ -177,6 +177,7 @@ private slots:
         put_file("b.dat", turned);
         QCOMPARE(run({"compare", "a.dat", "b.dat", "--align", "--report", "page.html"}).code, 0);
         const QByteArray page = file_bytes("page.html");
+        QCOMPARE(page.count("<th scope=\"col\" class=\"num\""), 8);
         const QPolygonF reference = corners_of(page, "t");
         const QPolygonF line = corners_of(page, "s");
         QCOMPARE(line.size(), reference.size());
