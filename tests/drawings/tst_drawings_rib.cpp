@@ -110,8 +110,6 @@ private slots:
     void refused();
     void too_much();
     void scale_bar();
-    void filled_data();
-    void filled();
 };
 
 void tst_drawings_rib::svg_is_the_curve_data() {
@@ -479,22 +477,6 @@ void tst_drawings_rib::heights_of_text() {
             heights.insert(line.height);
     }
     QCOMPARE(heights, std::set<double>({2.5, 3.0, 4.0, 5.0, 6.0, 8.0, 10.0, 12.0, 15.0}));
-}
-
-void tst_drawings_rib::filled_data() {
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<QString>("expected");
-    QTest::newRow("none") << "Rib"
-                          << "Rib";
-    QTest::newRow("all") << "{name} {chord} {n}/4"
-                         << "a{n} 2850.123 3/4";
-    QTest::newRow("unknown") << "{other} {"
-                             << "{other} {";
-}
-
-void tst_drawings_rib::filled() {
-    QFETCH(QString, pattern);
-    QTEST(filled_text(pattern, QStringLiteral("a{n}"), 2850.12345, 3), "expected");
 }
 
 AEROLITH_GUILESS_TEST_MAIN(tst_drawings_rib)

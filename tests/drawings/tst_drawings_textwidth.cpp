@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: Aerolith developers
-// The room that texts take, and texts shortened to fit it.
+// The room that texts take, texts shortened to fit it, and patterns that are filled.
 #include "drawings/paint_p.h"
+#include "drawings/rib.h"
 #include "drawings/textwidth_p.h"
 #include "support/testmain.h"
 
@@ -14,6 +15,8 @@ private slots:
     void widths_of_the_font();
     void shortened_data();
     void shortened();
+    void filled_data();
+    void filled();
 };
 
 // No character of the font is wider than assumed.
@@ -59,6 +62,22 @@ void tst_drawings_textwidth::shortened() {
     QFETCH(QString, text);
     QFETCH(double, width);
     QTEST(drawings::shortened(text, 1.0, width), "wanted");
+}
+
+void tst_drawings_textwidth::filled_data() {
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("none") << "Rib"
+                          << "Rib";
+    QTest::newRow("all") << "{name} {chord} {n}/4"
+                         << "a{n} 2850.123 3/4";
+    QTest::newRow("unknown") << "{other} {"
+                             << "{other} {";
+}
+
+void tst_drawings_textwidth::filled() {
+    QFETCH(QString, pattern);
+    QTEST(filled_text(pattern, QStringLiteral("a{n}"), 2850.12345, 3), "expected");
 }
 
 AEROLITH_TEST_MAIN(tst_drawings_textwidth)
